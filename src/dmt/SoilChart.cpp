@@ -1,0 +1,1 @@
+#include "dmt/cls_DmtTEST.h"

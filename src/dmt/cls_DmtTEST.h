@@ -1,0 +1,131 @@
+#pragma once
+// One flat dilatometer sounding: its header, the readings A, B, C by depth and, after
+// evaluation, the result vectors. Pressures in the record are whole kPa (one reading unit is
+// 0.01 bar); depths are metres. The file (.dat) carries pressures in hundredths of bar.
+//
+// The five row arrays vZ, vTH, vA, vB, vC always have the same length, N().
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "dmt/CalibrationFigures.h"
+#include "dmt/DMTOptions.h"
+#include "frame/diagnostic.h"
+
+namespace koru {
+
+class cls_GAMMA;
+class cls_U;
+
+class cls_DmtTEST {
+ public:
+  cls_DmtTEST();
+
+  // --- Header -------------------------------------------------------------------------------
+  float sngZMCal = 0;  // kPa, gauge zero at calibration; added to A, B and C
+  float sngZMAB = 0;   // kPa, gauge zero while reading A and B
+  float sngZMC = 0;    // kPa, gauge zero while reading C
+  float sngZabs = 0;   // m, elevation of the test's top
+  bool blnHasC = false;
+  bool blnZEditable = false;  // depths are not on a regular step
+  bool blnHasThrust = false;
+  float sngMinEd = 0, sngMinEdRow = -1, sngMinId = 0, sngMinIdRow = -1;
+  bool blnUdOutOfRange = false;
+  std::string strFirm, strCustomer, strSite, strJob, strRemark;
+  std::string strDate;  // "d MMM yyyy", today at creation
+  std::string strTstname;
+  int16_t intDeltaA = 15, intDeltaB = 40;  // kPa
+  float sngZw = 3.0f;        // m; negative: water standing above the ground
+  float sngGammaTop = 17.0f;  // kN/m3 above the first reading
+  float sngDeltaZ = 0.2f;     // m; 0 means irregular depths
+  std::string strFormat = "AB";  // "AB", "ABC", "ABZ" or "ABCZ": the columns the file carries
+  float sngCoefA = 1.05f, sngCoefB = 0.05f;  // Po correction, derived from factorEd
+
+  void setDatPath(const std::filesystem::path& path) { strDatPath_ = path; }
+  const std::filesystem::path& getDatPath() const { return strDatPath_; }
+
+  float factorEd() const { return factorEd_; }
+  // Stores the factor and derives sngCoefA and sngCoefB from it.
+  void setFactorEd(float value);
+  // Membrane sensitivity: 120 / (pi x factorEd).
+  float s0() const;
+
+  // --- Rows ---------------------------------------------------------------------------------
+  std::vector<float> vZ;
+  std::vector<float> vTH;  // thrust by row
+  std::vector<int16_t> vA, vB, vC;  // kPa; 0 means no reading
+
+  int16_t N() const { return static_cast<int16_t>(vZ.size()); }
+  // A positive n makes the five row arrays n long and clears them; 0 or less empties them.
+  void setN(int n);
+  float Zi() const { return vZ.empty() ? 0.0f : vZ.front(); }
+  float Zf() const { return vZ.empty() ? 0.0f : vZ.back(); }
+
+  // --- File ---------------------------------------------------------------------------------
+  // Reads getDatPath(). Gives -1 when the whole file was read; 0 on any error, with what was
+  // read so far kept in the record and `why` telling the file, the line and the problem.
+  int16_t loadFile(Diagnostic* why = nullptr);
+  // Normalises the format and writes getDatPath() through a temporary file, so a failed save
+  // leaves the old file intact. -1 on success, 0 on failure.
+  int16_t saveFile(Diagnostic* why = nullptr);
+  // The file's bytes as saveFile writes them (after the same normalisation).
+  std::string fileText();
+
+  void checkCeditable();  // sets blnHasC
+  void checkZeditable();  // sets sngDeltaZ and blnZEditable
+
+  // --- Editing ------------------------------------------------------------------------------
+  float suggestNextZ() const;
+  // Row whose depth lies within 0.01 of z, or -1.
+  int16_t isZCollision(float z) const;
+  // 1-based place where a new depth would go inside the list; 0 when it has none.
+  int16_t getZnewCorrectIndex(float z) const;
+  void addZABCtoData(float z, int16_t a, int16_t b, int16_t c, bool overwrite);
+  void addCReading(float z, float c, bool overwrite);
+  float lastAValue() const;      // A of the last row in bar
+  float averageAValue() const;   // mean A in kPa
+  float CReadingPercentAge() const;  // fraction 0..1 of rows with a C reading
+  void setRecommendedCalibrationValues(const CalibrationFigures& calibration);
+  std::vector<float> vBadRows;  // rows found with P1 - Po not positive
+
+  // --- Evaluation ---------------------------------------------------------------------------
+  // Fills the result vectors row by row from the top. Returns false if a row failed; the rows
+  // from it on are left at 0.
+  bool evalDMT(const cls_GAMMA& gamma, const cls_U& u, const DMTOptions& options);
+  // Ed, Id and Ud without clipping or filtering, for the tabular checks.
+  void calculateRealEdIdUd(const DMTOptions& options);
+
+  std::vector<int16_t> vecCODREAD;  // 100: A and B valid, 50: A only, 0: no A
+  std::vector<float> vecPo, vecP1, vecP2, vecGamma, vecSigmaEff, vecSigmaV, vecSigmah, vecUo, vecUd,
+      vecId, vecLogId, vecEd, vecKd, vecKo, vecOCR, vecM, vecCu, vecPhi, vecDMTVs;
+  std::vector<int16_t> vecSoilType;  // 1..37, 0 where filtered or not classified
+  std::vector<float> vecIdReal, vecEdReal, vecUdReal;
+
+  float getGammai(int row) const;
+  float getEdReal(int row) const;
+  float getIdReal(int row) const;
+  float getUdReal(int row) const;
+  int16_t getSoilType(int row) const;
+  // String number of the soil class of a code, 0 for any other code.
+  static int getDescrGammaStringId(int soilCode);
+  // String number of the row's soil class if the row was read in full (code 100), else 0.
+  int getDescrSoilRealStringId(int row) const;
+
+  // Values by depth, interpolated between rows.
+  float getMFromZ(float z) const;
+  float getEdFromZ(float z) const;
+  float getIdFromZ(float z) const;
+  float getKdFromZ(float z) const;
+  float getOCRFromZ(float z) const;
+  float getSigmaEffVFromZ(float z) const;
+  float getKoFromZ(float z) const;
+  float getMhFromZ(float z) const;
+
+ private:
+  std::filesystem::path strDatPath_;
+  float factorEd_ = 34.7f;
+};
+
+}  // namespace koru

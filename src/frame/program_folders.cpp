@@ -1,0 +1,29 @@
+#include "frame/program_folders.h"
+
+#include "frame/files.h"
+
+namespace koru {
+
+namespace fs = std::filesystem;
+
+ProgramFolders ProgramFolders::locate(const fs::path& executable, const std::optional<fs::path>& rootOverride,
+                                      const fs::path& home, const fs::path& fallbackShare) {
+  ProgramFolders folders;
+  const fs::path exeDir = executable.parent_path();
+  const fs::path candidates[] = {exeDir, exeDir / ".." / "share" / "koru", fallbackShare};
+  for (const auto& candidate : candidates) {
+    if (!candidate.empty() && folderExists(candidate / "Language")) {
+      folders.shareDir = candidate.lexically_normal();
+      break;
+    }
+  }
+  if (folders.shareDir.empty()) folders.shareDir = exeDir;
+  if (rootOverride) {
+    folders.dataRoot = *rootOverride;
+  } else {
+    folders.dataRoot = (home.empty() ? fs::path(".") : home) / "KORU";
+  }
+  return folders;
+}
+
+}  // namespace koru

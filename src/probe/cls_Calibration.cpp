@@ -1,0 +1,1 @@
+#include "probe/cls_Calibration.h"
