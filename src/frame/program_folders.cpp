@@ -10,7 +10,7 @@ ProgramFolders ProgramFolders::locate(const fs::path& executable, const std::opt
                                       const fs::path& home, const fs::path& fallbackShare) {
   ProgramFolders folders;
   const fs::path exeDir = executable.parent_path();
-  const fs::path candidates[] = {exeDir, exeDir / ".." / "share" / "koru", fallbackShare};
+  const fs::path candidates[] = {exeDir, (exeDir / ".." / "share" / "koru").lexically_normal(), fallbackShare};
   for (const auto& candidate : candidates) {
     if (!candidate.empty() && folderExists(candidate / "Language")) {
       folders.shareDir = candidate.lexically_normal();

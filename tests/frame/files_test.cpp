@@ -1,1 +1,81 @@
 #include <gtest/gtest.h>
+
+#include "frame/files.h"
+#include "frame/program_folders.h"
+#include "scratch_folder.h"
+
+namespace koru {
+namespace {
+
+using testing::ScratchFolder;
+
+TEST(Files, FolderExistsIgnoresATrailingSeparatorAndRejectsFiles) {
+  ScratchFolder dir;
+  EXPECT_TRUE(folderExists(dir.path()));
+  EXPECT_TRUE(folderExists(dir.path().string() + "/"));
+  auto file = dir.write("f.txt", "x");
+  EXPECT_FALSE(folderExists(file));
+  EXPECT_TRUE(fileExists(file));
+  EXPECT_FALSE(fileExists(dir.path()));
+}
+
+TEST(Files, BackslashPathsBecomePlatformPaths) {
+  EXPECT_EQ(portablePath("SITES\\SITE_1\\VERT_2\\"), std::filesystem::path("SITES") / "SITE_1" / "VERT_2");
+  EXPECT_EQ(stripBackslash("C:\\data\\"), "C:\\data");
+  EXPECT_EQ(stripBackslash("C:\\data"), "C:\\data");
+}
+
+TEST(Files, AtomicWriteReplacesTheWholeFile) {
+  ScratchFolder dir;
+  auto file = dir.write("a.dat", "old content that is long");
+  ASSERT_TRUE(writeFileAtomically(file, "new"));
+  EXPECT_EQ(ScratchFolder::read(file), "new");
+  EXPECT_FALSE(std::filesystem::exists(file.string() + ".tmp~"));
+}
+
+TEST(Files, FailedWriteLeavesTheOldFileAndSaysWhy) {
+  ScratchFolder dir;
+  auto file = dir.write("a.dat", "precious");
+  // A folder where the temporary file must go makes the write fail, even for the superuser.
+  std::filesystem::create_directories(dir / "a.dat.tmp~");
+  Diagnostic why;
+  EXPECT_FALSE(writeFileAtomically(file, "new", &why));
+  EXPECT_EQ(ScratchFolder::read(file), "precious");
+  EXPECT_EQ(why.file, file);
+  EXPECT_NE(why.reason.find("cannot write"), std::string::npos);
+}
+
+TEST(Files, WriteIntoAMissingFolderFailsCleanly) {
+  ScratchFolder dir;
+  Diagnostic why;
+  EXPECT_FALSE(writeFileAtomically(dir / "no/such/folder/a.dat", "x", &why));
+  EXPECT_EQ(why.toString().rfind((dir / "no/such/folder/a.dat").string() + ": cannot write", 0), 0u);
+}
+
+TEST(Files, ReadingAMissingFileSaysSo) {
+  ScratchFolder dir;
+  Diagnostic why;
+  EXPECT_FALSE(readFileBytes(dir / "none.dat", &why));
+  EXPECT_EQ(why.toString(), (dir / "none.dat").string() + ": file not found");
+  EXPECT_FALSE(readFileBytes(dir.path(), &why));
+  EXPECT_EQ(why.reason, "is a folder, not a file");
+}
+
+TEST(ProgramFolders, DataRootDefaultsToTheHomeAndYieldsToTheOverride) {
+  ScratchFolder dir;
+  auto folders = ProgramFolders::locate(dir / "bin/koru", std::nullopt, dir / "home");
+  EXPECT_EQ(folders.sitesPath(), dir / "home" / "KORU" / "SITES");
+  folders = ProgramFolders::locate(dir / "bin/koru", dir / "elsewhere", dir / "home");
+  EXPECT_EQ(folders.tempPath(), dir / "elsewhere" / "Temp");
+}
+
+TEST(ProgramFolders, ShippedFilesAreFoundBesideTheProgramOrInShare) {
+  ScratchFolder dir;
+  std::filesystem::create_directories(dir / "share/koru/Language");
+  EXPECT_EQ(ProgramFolders::locate(dir / "bin/koru", std::nullopt, {}).shareDir, (dir / "share/koru").lexically_normal());
+  std::filesystem::create_directories(dir / "bin/Language");
+  EXPECT_EQ(ProgramFolders::locate(dir / "bin/koru", std::nullopt, {}).shareDir, dir / "bin");
+}
+
+}  // namespace
+}  // namespace koru
