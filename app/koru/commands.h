@@ -1,0 +1,28 @@
+#pragma once
+// The subcommands of the command-line program. Each takes its own arguments (after the
+// subcommand's name) and gives the process exit code: 0 done, 1 a file or data problem (told on
+// stderr as FILE:LINE: REASON), 2 a usage error.
+
+#include <filesystem>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace koru::cli {
+
+struct Context {
+  std::vector<std::string> args;
+  std::ostream& out;
+  std::ostream& err;
+  std::optional<std::filesystem::path> root;  // --root DIR: the folder that holds SITES/
+  std::filesystem::path executable;
+};
+
+inline constexpr int kExitOk = 0;
+inline constexpr int kExitDataError = 1;
+inline constexpr int kExitUsage = 2;
+
+int runDmtCommand(Context& context);
+
+}  // namespace koru::cli

@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Sets everything up, builds, and evaluates the bundled demo sounding into a readable table.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+bash scripts/setup.sh
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+cmake --build build -j "$(nproc)" --target koru
+./build/app/koru/koru dmt eval demo/DMT_demo.dat --table
