@@ -5,11 +5,13 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "dmt/DMTOptions.h"
 #include "frame/program_folders.h"
+#include "frame/strings/StringTable.h"
 
 namespace koru {
 
@@ -42,6 +44,8 @@ struct AppState {
 
   std::string strLanguage;
   std::vector<std::string> strLanguageList;
+  // The texts of the language in use; made by readSettings, which is handed the prompts.
+  std::unique_ptr<ProgramStrings> strings;
 
   DMTOptions dmtOptions;
 

@@ -16,12 +16,16 @@ int16_t readInt16(const SettingsStore& settings, std::string_view section, std::
 
 }  // namespace
 
-std::vector<Diagnostic> readSettings(AppState& state, SettingsStore& settings) {
-  std::vector<Diagnostic> problems;
+StartupReport readSettings(AppState& state, SettingsStore& settings, Prompts& prompts) {
+  StartupReport report;
+  auto& problems = report.problems;
   // Numbers are always kept with a point inside the program.
   state.strDecimalSep = ".";
 
-  // The language is chosen and loaded here, before anything that may need a message.
+  state.strings = std::make_unique<ProgramStrings>(prompts);
+  report.language = chooseLanguageAtStart(*state.strings, settings, state.folders.shareDir);
+  state.strLanguage = report.language.language;
+  state.strLanguageList = report.language.languages;
 
   state.intPressureUnit = readInt16(settings, "General", "Pressure Unit", "0");
   state.intTxRx = readInt16(settings, "SerPort", "txrx", "10");
@@ -63,7 +67,7 @@ std::vector<Diagnostic> readSettings(AppState& state, SettingsStore& settings) {
 
   state.sngZOffset = parseSingle(settings.GetSetting(kSettingsApp, "DMT Acquisition", "ZOffset", "0.896666"));
   state.strFirmName = settings.GetSetting(kSettingsApp, "General", "FIRM", "FIRM");
-  return problems;
+  return report;
 }
 
 void initDefaults(AppState& state) {

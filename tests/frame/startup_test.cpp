@@ -3,6 +3,7 @@
 #include "frame/memory_settings_store.h"
 #include "frame/startup.h"
 #include "scratch_folder.h"
+#include "scripted_prompts.h"
 
 namespace koru {
 namespace {
@@ -12,12 +13,15 @@ using testing::ScratchFolder;
 struct StartupTest : ::testing::Test {
   ScratchFolder root;
   MemorySettingsStore settings;
+  testing::ScriptedPrompts prompts;
   AppState state;
+  StartupReport report;
 
   void start() {
     state.folders.dataRoot = root.path();
-    auto problems = readSettings(state, settings);
-    EXPECT_TRUE(problems.empty());
+    state.folders.shareDir = std::filesystem::path(KORU_SOURCE_DIR) / "share";
+    report = readSettings(state, settings, prompts);
+    EXPECT_TRUE(report.problems.empty());
     initDefaults(state);
   }
 };
@@ -43,8 +47,20 @@ TEST_F(StartupTest, WithNoSettingsEveryDefaultApplies) {
   EXPECT_EQ(state.sngSampleStep, 20.0f);
   EXPECT_EQ(state.strMaskChar, "=");
   EXPECT_FLOAT_EQ(state.dmtOptions.sngK0M, 0.826f);
-  // Reading must not write anything: a fresh machine stays without settings.
-  EXPECT_EQ(settings.size(), 0u);
+  // A fresh machine starts in English and asks for the language; the only key written is it.
+  EXPECT_EQ(state.strLanguage, "English");
+  EXPECT_TRUE(report.language.showPicker);
+  EXPECT_EQ(settings.size(), 1u);
+  EXPECT_EQ(state.strings->getString(3800).empty(), false);
+}
+
+TEST_F(StartupTest, TheStoredLanguageComesFirstAndOlderNumbersStillWork) {
+  settings.SaveSetting("KORU", "General", "Language", "20");
+  start();
+  EXPECT_EQ(state.strLanguage, "Italiano");
+  EXPECT_FALSE(report.language.showPicker);
+  EXPECT_EQ(settings.GetSetting("KORU", "General", "Language", ""), "Italiano");
+  EXPECT_TRUE(prompts.messages.empty());
 }
 
 TEST_F(StartupTest, TheSitesFolderIsCreatedUnderTheDataRoot) {

@@ -1,0 +1,3 @@
+﻿20 "utf8 é"
+10 "out of order"
+30 "thirty"

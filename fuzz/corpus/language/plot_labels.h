@@ -1,0 +1,5 @@
+94 "must be greater than"
+3900 "Material index Id"
+3901 "Shear strength Cu (kPa)"
+4201 "a"
+4202 "b"

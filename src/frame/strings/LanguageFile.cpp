@@ -1,0 +1,122 @@
+#include "frame/strings/LanguageFile.h"
+
+#include <utility>
+
+#include "frame/files.h"
+#include "frame/text_codec.h"
+
+namespace koru {
+
+namespace {
+
+constexpr std::string_view kCrLf = "\r\n";
+constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+std::string_view trimRight(std::string_view s) {
+  while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
+  return s;
+}
+
+bool isComment(std::string_view line) { return line.size() >= 2 && line[0] == '/' && line[1] == '/'; }
+
+// Blanks alone count as an empty line: an editor that indents empty lines must not break a text.
+bool isEmptyLine(std::string_view line) { return trimRight(line).empty(); }
+
+// Blanks after the closing quote are forgiven; they are invisible in an editor.
+bool endsWithQuote(std::string_view s) {
+  s = trimRight(s);
+  return !s.empty() && s.back() == '"';
+}
+
+std::string_view beforeClosingQuote(std::string_view s) {
+  s = trimRight(s);
+  s.remove_suffix(1);
+  return s;
+}
+
+struct EntryStart {
+  int16_t id = 0;
+  std::string_view rest;  // what follows the opening quote
+};
+
+// A line that opens an entry: blanks, a number that fits 16 bits, blanks, a quote.
+std::optional<EntryStart> entryStart(std::string_view line) {
+  size_t i = 0;
+  while (i < line.size() && isBlank(line[i])) ++i;
+  const size_t firstDigit = i;
+  int32_t value = 0;
+  while (i < line.size() && line[i] >= '0' && line[i] <= '9') {
+    value = value * 10 + (line[i] - '0');
+    if (value > 32767) return std::nullopt;
+    ++i;
+  }
+  if (i == firstDigit) return std::nullopt;
+  while (i < line.size() && isBlank(line[i])) ++i;
+  if (i >= line.size() || line[i] != '"') return std::nullopt;
+  return EntryStart{static_cast<int16_t>(value), line.substr(i + 1)};
+}
+
+bool isCompleteEntry(const std::optional<EntryStart>& start) { return start && endsWithQuote(start->rest); }
+
+}  // namespace
+
+std::vector<LanguageEntry> parseLanguageFile(std::string_view bytes) {
+  std::string text;
+  if (bytes.substr(0, kUtf8Bom.size()) == kUtf8Bom)
+    text.assign(bytes.substr(kUtf8Bom.size()));
+  else
+    text = cp1252ToUtf8(bytes);
+
+  std::vector<LanguageEntry> entries;
+  std::optional<LanguageEntry> open;  // a text still waiting for its closing quote
+  const std::string_view all = text;
+  size_t pos = 0;
+  int lineNumber = 0;
+  while (pos < all.size()) {
+    size_t end = all.find('\n', pos);
+    if (end == std::string_view::npos) end = all.size();
+    std::string_view strCurrentLine = all.substr(pos, end - pos);
+    pos = end + 1;
+    ++lineNumber;
+    if (!strCurrentLine.empty() && strCurrentLine.back() == '\r') strCurrentLine.remove_suffix(1);
+
+    if (isComment(strCurrentLine) || isEmptyLine(strCurrentLine)) continue;
+    const auto start = entryStart(strCurrentLine);
+
+    if (open) {
+      if (isCompleteEntry(start)) {
+        // The closing quote was forgotten: keep what the text had and take this line as new.
+        entries.push_back(std::move(*open));
+        open.reset();
+      } else {
+        open->text += kCrLf;
+        if (endsWithQuote(strCurrentLine)) {
+          open->text += beforeClosingQuote(strCurrentLine);
+          entries.push_back(std::move(*open));
+          open.reset();
+        } else {
+          open->text += strCurrentLine;
+        }
+        continue;
+      }
+    }
+
+    if (!start) continue;  // neither comment nor entry: nothing the program can use
+    if (endsWithQuote(start->rest))
+      entries.push_back({start->id, std::string(beforeClosingQuote(start->rest)), lineNumber});
+    else
+      open = LanguageEntry{start->id, std::string(start->rest), lineNumber};
+  }
+  if (open) entries.push_back(std::move(*open));
+  return entries;
+}
+
+std::optional<std::vector<LanguageEntry>> readLanguageFile(const std::filesystem::path& path, Diagnostic* error) {
+  auto bytes = readFileBytes(path, error);
+  if (!bytes) return std::nullopt;
+  return parseLanguageFile(*bytes);
+}
+
+}  // namespace koru
