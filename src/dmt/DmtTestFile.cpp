@@ -1,1 +1,466 @@
+// The .dat file of a DMT sounding: reading, writing and the two checks that decide which columns
+// the file carries.
+//
+// Layout, one record a line, CR LF, fields separated by "," and strings in double quotes:
+//   Zi, Zf, rowCount, DeltaA, DeltaB, factorEd, Zm, Zw, Zabs, gammaTop, deltaZ   (header numbers)
+//   ZMCal, ZMAB, ZMC                       (only when rowCount is negative, i.e. C readings exist)
+//   "firm","customer"
+//   "job","site","remark"
+//   "date","test name"
+//   A,B[,C][,Z x 100]                      (one row a line, integers)
+// Pressures are hundredths of bar in the file and kPa in memory; header pressures are bar.
+// The reader takes one field at a time, so it does not care how fields are broken over lines.
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <exception>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "dmt/cls_DmtTEST.h"
+#include "frame/files.h"
+#include "frame/input_fields.h"
+#include "frame/numbers.h"
+#include "frame/text_codec.h"
+
+namespace koru {
+
+namespace {
+
+// Row counts are 16-bit throughout the program.
+constexpr int kMaxRows = 32767;
+
+struct RowLayout {
+  bool hasC = false;
+  bool hasZ = false;
+  int fieldCount() const { return 2 + (hasC ? 1 : 0) + (hasZ ? 1 : 0); }
+};
+
+RowLayout layoutOf(const std::string& format) {
+  return {format.find('C') != std::string::npos, format.find('Z') != std::string::npos};
+}
+
+// Field text as it may appear in a message: UTF-8 and not endless.
+std::string quoteForMessage(std::string_view raw) {
+  constexpr size_t kLongest = 40;
+  std::string text = cp1252ToUtf8(raw.substr(0, kLongest));
+  if (raw.size() > kLongest) text += "...";
+  return "'" + text + "'";
+}
+
+// "%g"-like text for a number in a message.
+std::string numberForMessage(double value) { return formatNumber(value, ""); }
+
+// Reads the fields of one .dat file and remembers where it stands for the diagnostics.
+class DatReader {
+ public:
+  DatReader(std::string_view text, Diagnostic& why) : fields_(text), why_(why) {}
+
+  // The next field; on the end of the text fills the diagnostic with "missing <what>".
+  std::optional<InputFields::Field> require(std::string_view what) {
+    auto field = fields_.next();
+    if (!field) {
+      fail(lastLine_ > 0 ? lastLine_ : 1, "missing " + std::string(what));
+      return std::nullopt;
+    }
+    lastLine_ = field->line;
+    return field;
+  }
+
+  // A header number, read as text the way every stored number is.
+  std::optional<float> number(std::string_view what) {
+    auto field = require(what);
+    if (!field) return std::nullopt;
+    return parseSingle(field->text);
+  }
+
+  std::optional<std::string> text(std::string_view what) {
+    auto field = require(what);
+    if (!field) return std::nullopt;
+    return cp1252ToUtf8(field->text);
+  }
+
+  // A row integer: any decimal number, rounded with halves to even, within 16 bits.
+  std::optional<int16_t> rowInteger(const InputFields::Field& field, std::string_view what) {
+    auto value = tryParseDouble(field.text);
+    if (!value) {
+      fail(field.line, std::string(what) + " " + quoteForMessage(field.text) + " is not a number");
+      return std::nullopt;
+    }
+    auto integer = toInt16(*value);
+    if (!integer) {
+      fail(field.line, std::string(what) + " " + quoteForMessage(field.text) + " is out of range");
+      return std::nullopt;
+    }
+    return integer;
+  }
+
+  std::optional<InputFields::Field> next() {
+    auto field = fields_.next();
+    if (field) lastLine_ = field->line;
+    return field;
+  }
+
+  void fail(int line, std::string reason) {
+    why_.line = line;
+    why_.reason = std::move(reason);
+  }
+
+ private:
+  InputFields fields_;
+  Diagnostic& why_;
+  int lastLine_ = 0;
+};
+
+// Header pressures in bar x 100 to whole kPa, halves to even, as the float product stands.
+std::optional<int16_t> barToKpa(float bar) { return toInt16(static_cast<float>(bar * 100.0f)); }
+
+// Writes a header number: the plain conversion of the value rounded to `decimals`.
+std::string fixed(double value, int decimals) { return formatNumber(roundTo(value, decimals), ""); }
+std::string fixed(float value, int decimals) { return formatNumber(roundTo(value, decimals), ""); }
+
+// A text field: a double quote cannot be stored inside one, so it becomes a single quote.
+std::string quotedText(std::string_view text) {
+  std::string clean(text);
+  std::replace(clean.begin(), clean.end(), '"', '\'');
+  return "\"" + utf8ToCp1252(clean) + "\"";
+}
+
+// Builds the file's bytes after the same normalisation saveFile does. A row that cannot be
+// stored (a depth beyond 327.67 m in a depth column) is left out and reported; the text is still
+// complete otherwise, so a preview shows everything else.
+bool buildFileText(cls_DmtTEST& t, std::string& out, Diagnostic* why) {
+  if (t.N() > 0) {
+    t.checkCeditable();
+    t.checkZeditable();
+    std::string format = "ABCZ";
+    if (!t.blnHasC) format.erase(format.find('C'), 1);
+    if (!t.blnZEditable) {
+      format.erase(format.find('Z'), 1);
+    } else {
+      t.sngDeltaZ = 0;
+    }
+    t.strFormat = format;
+  }
+  const RowLayout layout = layoutOf(t.strFormat);
+  const int n = t.N();
+  const std::string crlf = "\r\n";
+
+  // The sign of the row-count field tells the reader whether the gauge-zero line follows.
+  const int countField = layout.hasC ? std::min(1 - n, -1) : std::max(n - 1, 0);
+
+  out.clear();
+  out += formatNumber(t.Zi(), "") + ",";
+  out += formatNumber(t.Zf(), "") + ",";
+  out += std::to_string(countField) + ",";
+  out += fixed(t.intDeltaA / 100.0, 3) + ",";
+  out += fixed(t.intDeltaB / 100.0, 3) + ",";
+  out += fixed(t.factorEd(), 2) + ",";
+  out += fixed(static_cast<double>(t.sngZMAB - t.sngZMCal) / 100.0, 3) + ",";
+  out += fixed(t.sngZw, 2) + ",";
+  out += fixed(t.sngZabs, 3) + ",";
+  out += fixed(static_cast<double>(t.sngGammaTop) / 9.81, 5) + ",";
+  out += fixed(t.sngDeltaZ, 3) + crlf;
+  if (countField < 0) {
+    out += fixed(static_cast<double>(t.sngZMCal) / 100.0, 3) + ",";
+    out += fixed(static_cast<double>(t.sngZMAB) / 100.0, 3) + ",";
+    out += fixed(static_cast<double>(t.sngZMC) / 100.0, 3) + crlf;
+  }
+  out += quotedText(t.strFirm) + "," + quotedText(t.strCustomer) + crlf;
+  out += quotedText(t.strJob) + "," + quotedText(t.strSite) + "," + quotedText(t.strRemark) + crlf;
+  out += quotedText(t.strDate) + "," + quotedText(t.strTstname) + crlf;
+
+  bool ok = true;
+  for (int i = 0; i < n; ++i) {
+    const auto row = static_cast<size_t>(i);
+    const int a = t.vA[row], b = t.vB[row], c = t.vC[row];
+    std::string line = std::to_string(a) + "," + std::to_string(b);
+    if (layout.hasC) line += "," + std::to_string(c);
+    if (layout.hasZ) {
+      const float z = t.vZ[row];
+      if (z == 0 || (a <= 0 && b <= 0)) continue;
+      auto zField = toInt16(static_cast<double>(z) * 100.0);
+      if (!zField) {
+        if (ok && why) {
+          why->line = 0;
+          why->reason = "depth " + numberForMessage(z) + " m of row " + std::to_string(i + 1) +
+                        " cannot be stored (the deepest is 327.67 m)";
+        }
+        ok = false;
+        continue;
+      }
+      line += "," + std::to_string(*zField);
+    }
+    out += line + crlf;
+  }
+  return ok;
+}
+
+}  // namespace
+
+int16_t cls_DmtTEST::loadFile(Diagnostic* why) {
+  Diagnostic local;
+  Diagnostic& d = why ? *why : local;
+  d = Diagnostic{strDatPath_, 0, ""};
+  try {
+    auto bytes = readFileBytes(strDatPath_, &d);
+    if (!bytes) return 0;
+    if (bytes->find_first_not_of(" \t\r\n") == std::string::npos) {
+      d.reason = "the file is empty";
+      return 0;
+    }
+    DatReader in(*bytes, d);
+
+    // Line 1.
+    auto zi = in.number("start depth");
+    if (!zi) return 0;
+    if (!in.number("end depth")) return 0;
+    auto countField = in.number("row count");
+    if (!countField) return 0;
+    auto deltaA = in.require("Delta A");
+    if (!deltaA) return 0;
+    auto deltaAKpa = barToKpa(parseSingle(deltaA->text));
+    if (!deltaAKpa) {
+      in.fail(deltaA->line, "Delta A " + quoteForMessage(deltaA->text) + " is out of range");
+      return 0;
+    }
+    intDeltaA = *deltaAKpa;
+    auto deltaB = in.require("Delta B");
+    if (!deltaB) return 0;
+    auto deltaBKpa = barToKpa(parseSingle(deltaB->text));
+    if (!deltaBKpa) {
+      in.fail(deltaB->line, "Delta B " + quoteForMessage(deltaB->text) + " is out of range");
+      return 0;
+    }
+    intDeltaB = *deltaBKpa;
+    auto edFactor = in.number("Ed factor");
+    if (!edFactor) return 0;
+    setFactorEd(*edFactor);
+    auto zm = in.number("gauge zero");
+    if (!zm) return 0;
+    const float zmKpa = *zm * 100.0f;
+    auto zw = in.number("water table depth");
+    if (!zw) return 0;
+    sngZw = *zw;
+    auto zabs = in.number("elevation");
+    if (!zabs) return 0;
+    sngZabs = *zabs;
+    auto gammaTop = in.number("unit weight");
+    if (!gammaTop) return 0;
+    sngGammaTop = static_cast<float>(roundTo(static_cast<double>(*gammaTop) * 9.81, 2));
+    auto deltaZ = in.number("depth step");
+    if (!deltaZ) return 0;
+    sngDeltaZ = *deltaZ;
+
+    // Line 2 exists only in files written with C readings; an older file has the single gauge
+    // zero of line 1, which was taken while reading A and B.
+    if (*countField < 0) {
+      auto zmCal = in.number("ZM Cal");
+      if (!zmCal) return 0;
+      sngZMCal = *zmCal * 100.0f;
+      auto zmAB = in.number("ZM AB");
+      if (!zmAB) return 0;
+      sngZMAB = *zmAB * 100.0f;
+      auto zmC = in.number("ZM C");
+      if (!zmC) return 0;
+      sngZMC = *zmC * 100.0f;
+      strFormat = "ABC";
+    } else {
+      sngZMCal = 0;
+      sngZMAB = zmKpa;
+      sngZMC = 0;
+      strFormat = "AB";
+    }
+    if (sngDeltaZ <= 0) strFormat += "Z";
+
+    std::string* texts[] = {&strFirm, &strCustomer, &strJob, &strSite, &strRemark, &strDate, &strTstname};
+    const char* textNames[] = {"firm", "customer", "job", "site", "remark", "date", "test name"};
+    for (size_t i = 0; i < std::size(texts); ++i) {
+      auto text = in.text(textNames[i]);
+      if (!text) return 0;
+      *texts[i] = std::move(*text);
+    }
+
+    // Rows.
+    const RowLayout layout = layoutOf(strFormat);
+    const int fieldCount = layout.fieldCount();
+    const char* names[4] = {"A reading", "B reading", layout.hasC ? "C reading" : "depth", "depth"};
+    int kept = 0;     // rows taken, the next row's index
+    int rowLine = 0;  // rows met in the file, kept or not: the depth counter of files without Z
+    bool complete = true;
+    for (;;) {
+      auto first = in.next();
+      if (!first) break;
+      int16_t values[4] = {0, 0, 0, 0};
+      auto value = in.rowInteger(*first, names[0]);
+      if (!value) {
+        complete = false;
+        break;
+      }
+      values[0] = *value;
+      for (int f = 1; f < fieldCount && complete; ++f) {
+        auto field = in.next();
+        if (!field) {
+          in.fail(first->line, "incomplete row: " + std::to_string(f) + " of " + std::to_string(fieldCount) +
+                                   " fields");
+          complete = false;
+        } else if (auto v = in.rowInteger(*field, names[f])) {
+          values[f] = *v;
+        } else {
+          complete = false;
+        }
+      }
+      if (!complete) break;
+
+      const int16_t a = values[0], b = values[1];
+      const int16_t c = layout.hasC ? values[2] : 0;
+      const int16_t zField = layout.hasZ ? values[fieldCount - 1] : 0;
+
+      bool keep;
+      float z = 0;
+      if (layout.hasZ) {
+        if (layout.hasC) {
+          keep = zField > 0 && (a > 0 || b > 0 || c >= 1);
+        } else {
+          keep = zField > 0 && !(a < 1 && b < 1);
+        }
+        // The depth goes through its text form so that it is the float a user typing it gets.
+        if (keep) z = parseSingle(formatNumber(zField / 100.0, ""));
+      } else {
+        if (rowLine >= kMaxRows) {
+          in.fail(first->line, "too many rows: a test holds at most 32767");
+          complete = false;
+          break;
+        }
+        keep = layout.hasC ? !(a == 0 && b == 0 && c == 0) : !(a == 0 && b == 0);
+        // Dropped rows still count, so that they leave their gap in depth.
+        z = static_cast<float>(rowLine * static_cast<double>(sngDeltaZ) + static_cast<double>(*zi));
+        ++rowLine;
+      }
+      if (!keep) continue;
+      if (kept >= kMaxRows) {
+        in.fail(first->line, "too many rows: a test holds at most 32767");
+        complete = false;
+        break;
+      }
+
+      // Arrays grow in blocks: 101 at the first row, then 100 more whenever the index reaches the
+      // upper bound. The zero tail this leaves matters to the checks below.
+      const auto i = static_cast<size_t>(kept);
+      if (kept == 0) {
+        setN(101);
+      } else if (i == vZ.size() - 1) {
+        const size_t grown = vZ.size() + 100;
+        vZ.resize(grown, 0.0f);
+        vTH.resize(grown, 0.0f);
+        vA.resize(grown, 0);
+        vB.resize(grown, 0);
+        vC.resize(grown, 0);
+      }
+      vZ[i] = z;
+      vA[i] = a;
+      vB[i] = b;
+      vC[i] = c;
+      if (layout.hasZ) {
+        // Insertion into the sorted rows above: the new row goes after every row not deeper.
+        const auto place = static_cast<size_t>(std::upper_bound(vZ.begin(), vZ.begin() + static_cast<std::ptrdiff_t>(i), z) - vZ.begin());
+        if (place < i) {
+          const auto from = static_cast<std::ptrdiff_t>(place), to = static_cast<std::ptrdiff_t>(i) + 1;
+          std::rotate(vZ.begin() + from, vZ.begin() + to - 1, vZ.begin() + to);
+          std::rotate(vA.begin() + from, vA.begin() + to - 1, vA.begin() + to);
+          std::rotate(vB.begin() + from, vB.begin() + to - 1, vB.begin() + to);
+          std::rotate(vC.begin() + from, vC.begin() + to - 1, vC.begin() + to);
+        }
+      }
+      ++kept;
+    }
+
+    // The checks run while the zero tail is still there: its zero depths break the regular step,
+    // so a loaded test works from its true depth differences until the next save finds the step
+    // again. Only then are the arrays cut to the rows read.
+    checkCeditable();
+    checkZeditable();
+    if (kept > 0) {
+      const auto size = static_cast<size_t>(kept);
+      vZ.resize(size);
+      vTH.resize(size);
+      vA.resize(size);
+      vB.resize(size);
+      vC.resize(size);
+    }
+    if (!complete) return 0;
+
+    // The thrust file of the vertical is looked for and loaded here.
+    return -1;
+  } catch (const std::exception& e) {
+    d.reason = std::string("cannot be read: ") + e.what();
+  } catch (...) {
+    d.reason = "cannot be read";
+  }
+  return 0;
+}
+
+int16_t cls_DmtTEST::saveFile(Diagnostic* why) {
+  Diagnostic local;
+  Diagnostic& d = why ? *why : local;
+  d = Diagnostic{strDatPath_, 0, ""};
+  try {
+    if (strDatPath_.empty()) {
+      d.reason = "no file name given";
+      return 0;
+    }
+    std::string text;
+    if (!buildFileText(*this, text, &d)) return 0;
+    if (!writeFileAtomically(strDatPath_, text, &d)) return 0;
+    // The thrust file is written here when blnHasThrust is set.
+    return -1;
+  } catch (const std::exception& e) {
+    d.reason = std::string("cannot be written: ") + e.what();
+  } catch (...) {
+    d.reason = "cannot be written";
+  }
+  return 0;
+}
+
+std::string cls_DmtTEST::fileText() {
+  std::string text;
+  try {
+    buildFileText(*this, text, nullptr);
+  } catch (...) {
+    text.clear();
+  }
+  return text;
+}
+
+void cls_DmtTEST::checkCeditable() {
+  blnHasC = std::any_of(vC.begin(), vC.end(), [](int16_t c) { return c != 0; });
+}
+
+void cls_DmtTEST::checkZeditable() {
+  // The array size, not N(): while a file is being read the zero tail may pass 16 bits.
+  const size_t n = vZ.size();
+  if (n <= 1) {
+    sngDeltaZ = 0.2f;
+  } else if (n == 2) {
+    sngDeltaZ = vZ[1] - vZ[0];
+  } else {
+    // Depths are compared at centimetres and steps at millimetres, so that float noise in a
+    // regular sounding does not make it look irregular.
+    double previous = roundTo(vZ[1], 2);
+    sngDeltaZ = static_cast<float>(previous - roundTo(vZ[0], 2));
+    const double step = roundTo(sngDeltaZ, 3);
+    for (size_t i = 2; i < n; ++i) {
+      const double current = roundTo(vZ[i], 2);
+      if (roundTo(current - previous, 3) != step) {
+        sngDeltaZ = 0;
+        break;
+      }
+      previous = current;
+    }
+  }
+  blnZEditable = !(sngDeltaZ > 0);
+}
+
+}  // namespace koru
