@@ -9,6 +9,11 @@
 #include <string>
 #include <vector>
 
+namespace koru {
+
+class ProgramStrings;
+}
+
 namespace koru::cli {
 
 struct Context {
@@ -17,6 +22,7 @@ struct Context {
   std::ostream& err;
   std::optional<std::filesystem::path> root;  // --root DIR: the folder that holds SITES/
   std::filesystem::path executable;
+  const ProgramStrings* strings = nullptr;    // the texts of --lang (English by default)
 };
 
 inline constexpr int kExitOk = 0;
@@ -25,4 +31,9 @@ inline constexpr int kExitUsage = 2;
 
 int runDmtCommand(Context& context);
 
+}  // namespace koru::cli
+
+namespace koru::cli {
+// The running program's own path (for the files shipped beside it).
+std::filesystem::path executablePath(const char* argv0);
 }  // namespace koru::cli

@@ -6,6 +6,7 @@
 #include "dmt/cls_GAMMA.h"
 #include "dmt/cls_U.h"
 #include "frame/numbers.h"
+#include "frame/strings/StringTable.h"
 
 namespace koru::cli {
 
@@ -71,9 +72,9 @@ bool loadTest(cls_DmtTEST& test, const std::string& file, bool allowPartial, std
   return true;
 }
 
-void writeCsv(const cls_DmtTEST& t, std::ostream& out) {
+void writeCsv(const cls_DmtTEST& t, const ProgramStrings* strings, std::ostream& out) {
   out << "Z,A,B,C,vecCODREAD,vecPo,vecP1,vecP2,vecGamma,vecSigmaEff,vecSigmaV,vecSigmah,vecUo,vecUd,vecId,vecLogId,"
-         "vecEd,vecKd,vecKo,vecOCR,vecM,vecCu,vecPhi,vecSoilType,vecIdReal,vecEdReal,vecUdReal\n";
+         "vecEd,vecKd,vecKo,vecOCR,vecM,vecCu,vecPhi,vecSoilType,vecIdReal,vecEdReal,vecUdReal,description\n";
   for (size_t i = 0; i < t.vZ.size(); ++i) {
     auto at = [i](const std::vector<float>& v) { return i < v.size() ? static_cast<double>(v[i]) : 0.0; };
     CsvLine line;
@@ -85,6 +86,8 @@ void writeCsv(const cls_DmtTEST& t, std::ostream& out) {
       line.add(at(*v));
     line.addInt(i < t.vecSoilType.size() ? t.vecSoilType[i] : 0);
     line.add(at(t.vecIdReal)).add(at(t.vecEdReal)).add(at(t.vecUdReal));
+    const int descriptionId = t.getDescrSoilRealStringId(static_cast<int>(i));
+    line.addText(descriptionId != 0 && strings ? strings->getString(descriptionId) : std::string());
     line.writeTo(out);
   }
 }
@@ -119,7 +122,7 @@ int runEval(Context& context) {
   if (parsed.table)
     writeReadableTable(test, context.out);
   else
-    writeCsv(test, context.out);
+    writeCsv(test, context.strings, context.out);
   return partial ? kExitDataError : kExitOk;
 }
 

@@ -1,11 +1,15 @@
 // koru: the command line of KORU Desk. Evaluates, exports, plots and reports on test files and
 // sites without the desktop program.
 
+#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
 
 #include "commands.h"
+#include "console_prompts.h"
+#include "frame/program_folders.h"
+#include "frame/strings/Language.h"
 
 namespace {
 
@@ -17,16 +21,24 @@ constexpr const char* kUsage =
     "  koru dmt save IN.dat OUT.dat\n"
     "      load a DMT test and save it in the program's own form\n"
     "\n"
-    "  --root DIR   the folder that holds SITES/ (default: ~/KORU)\n";
+    "  --root DIR   the folder that holds SITES/ (default: ~/KORU)\n"
+    "  --lang NAME  language of the texts: English (default), Italiano, French\n";
 
 }  // namespace
 
 int main(int argc, char** argv) {
   koru::cli::Context context{{}, std::cout, std::cerr, std::nullopt, argv[0]};
   std::vector<std::string> rest;
+  std::string language = "English";
   for (int i = 1; i < argc; ++i) {
     std::string arg = argv[i];
-    if (arg == "--root") {
+    if (arg == "--lang") {
+      if (i + 1 >= argc) {
+        std::cerr << "koru: --lang needs a language name\n";
+        return koru::cli::kExitUsage;
+      }
+      language = argv[++i];
+    } else if (arg == "--root") {
       if (i + 1 >= argc) {
         std::cerr << "koru: --root needs a folder\n";
         return koru::cli::kExitUsage;
@@ -43,6 +55,14 @@ int main(int argc, char** argv) {
     std::cerr << kUsage;
     return koru::cli::kExitUsage;
   }
+  const char* home = std::getenv("HOME");
+  const auto folders = koru::ProgramFolders::locate(koru::cli::executablePath(argv[0]), context.root,
+                                                     home ? home : "", KORU_SOURCE_SHARE_DIR);
+  koru::cli::ConsolePrompts prompts(std::cerr);
+  koru::ProgramStrings strings(prompts);
+  koru::loadLanguage(strings, folders.shareDir, language);
+  context.strings = &strings;
+
   const std::string command = rest.front();
   context.args.assign(rest.begin() + 1, rest.end());
   if (command == "dmt") return koru::cli::runDmtCommand(context);

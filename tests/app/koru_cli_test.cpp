@@ -14,15 +14,15 @@ using testing::ScratchFolder;
 
 const std::string kKoru = std::string(KORU_BINARY_DIR) + "/app/koru/koru";
 
-// Three regular rows of a small test, in the program's own form.
+// Three regular rows of a small test in clay (so that OCR is evaluated), in the program's own form.
 const char* kSmallTest =
     "0.2,0.6,2,0.15,0.4,34.7,0,3,0,1.73293,0.2\r\n"
     "\"Firm\",\"Customer\"\r\n"
     "\"Job\",\"Site\",\"Remark\"\r\n"
     "\"1 MAY 2026\",\"T1\"\r\n"
-    "120,350\r\n"
-    "130,380\r\n"
-    "140,400\r\n";
+    "300,420\r\n"
+    "310,440\r\n"
+    "320,450\r\n";
 
 std::vector<std::string> lines(const std::string& text) {
   std::vector<std::string> out;
@@ -40,9 +40,9 @@ TEST(KoruCli, EvalPrintsTheHeaderAndOneLinePerRow) {
   ASSERT_EQ(out.size(), 4u);
   EXPECT_EQ(out[0],
             "Z,A,B,C,vecCODREAD,vecPo,vecP1,vecP2,vecGamma,vecSigmaEff,vecSigmaV,vecSigmah,vecUo,vecUd,vecId,vecLogId,"
-            "vecEd,vecKd,vecKo,vecOCR,vecM,vecCu,vecPhi,vecSoilType,vecIdReal,vecEdReal,vecUdReal");
-  EXPECT_EQ(out[1].substr(0, 24), "0.200000003,120,350,0,10");
-  EXPECT_EQ(out[3].substr(0, 21), "0.600000024,140,400,0");
+            "vecEd,vecKd,vecKo,vecOCR,vecM,vecCu,vecPhi,vecSoilType,vecIdReal,vecEdReal,vecUdReal,description");
+  EXPECT_EQ(out[1].substr(0, 24), "0.200000003,300,420,0,10");
+  EXPECT_EQ(out[3].substr(0, 21), "0.600000024,320,450,0");
 }
 
 TEST(KoruCli, SetChangesAnOptionForTheRun) {

@@ -1,0 +1,14 @@
+#include <system_error>
+
+#include "commands.h"
+
+namespace koru::cli {
+
+std::filesystem::path executablePath(const char* argv0) {
+  std::error_code ec;
+  auto self = std::filesystem::read_symlink("/proc/self/exe", ec);
+  if (!ec) return self;
+  return std::filesystem::absolute(argv0, ec);
+}
+
+}  // namespace koru::cli
