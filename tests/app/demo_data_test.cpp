@@ -33,10 +33,14 @@ TEST(DemoData, SoundingEvaluatesToItsLayers) {
   for (int i = 0; i < test.N(); ++i) {
     const float z = test.vZ[static_cast<size_t>(i)];
     EXPECT_EQ(test.vecCODREAD[static_cast<size_t>(i)], 100) << z;
-    if (z > 3.0f && z < 8.5f) EXPECT_LT(test.vecId[static_cast<size_t>(i)], 0.6f) << z;
-    if (z > 15.0f) EXPECT_GT(test.vecId[static_cast<size_t>(i)], 1.8f) << z;
-    if (z > 15.0f) EXPECT_GT(test.vecPhi[static_cast<size_t>(i)], 30.0f) << z;
-    if (z > 3.0f && z < 8.5f) EXPECT_GT(test.vecCu[static_cast<size_t>(i)], 5.0f) << z;
+    if (z > 3.0f && z < 8.5f) {
+      EXPECT_LT(test.vecId[static_cast<size_t>(i)], 0.6f) << z;
+      EXPECT_GT(test.vecCu[static_cast<size_t>(i)], 5.0f) << z;
+    }
+    if (z > 15.0f) {
+      EXPECT_GT(test.vecId[static_cast<size_t>(i)], 1.8f) << z;
+      EXPECT_GT(test.vecPhi[static_cast<size_t>(i)], 30.0f) << z;
+    }
   }
 }
 
