@@ -1,0 +1,396 @@
+#include "sites/FS.h"
+
+#include <algorithm>
+#include <cctype>
+#include <limits>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include "frame/files.h"
+#include "frame/log.h"
+#include "frame/text_codec.h"
+
+namespace koru::FS {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Folder numbers stay well inside 32 bits, and the free-number search ends somewhere even on a
+// folder that refuses to say what it holds.
+constexpr int kMaxDigits = 9;
+constexpr int kMaxNumber = 999999999;
+
+void setWhy(Diagnostic* why, const fs::path& file, std::string reason) {
+  if (why && why->reason.empty()) *why = Diagnostic{file, 0, std::move(reason)};
+}
+
+// A quoted, shortened form of a text read from a file, for messages.
+std::string shownText(std::string_view text) {
+  constexpr size_t kShown = 40;
+  std::string out = "'";
+  out += text.substr(0, kShown);
+  if (text.size() > kShown) out += "...";
+  out += "'";
+  return out;
+}
+
+std::string trimBlanks(std::string_view text) {
+  size_t begin = 0, end = text.size();
+  while (begin < end && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
+  while (end > begin && (text[end - 1] == ' ' || text[end - 1] == '\t')) --end;
+  return std::string(text.substr(begin, end - begin));
+}
+
+// The last name of a path, also when the path ends with a separator.
+std::string lastName(const fs::path& path) {
+  fs::path p = path;
+  if (!p.has_filename() && p.has_parent_path() && p != p.root_path()) p = p.parent_path();
+  return p.filename().string();
+}
+
+std::string newFolderName(const fs::path& parent, std::string_view prefix) {
+  for (int n = 1; n <= kMaxNumber; ++n) {
+    std::string name = std::string(prefix) + std::to_string(n);
+    std::error_code ec;
+    const fs::file_status st = fs::symlink_status(parent / name, ec);
+    if (st.type() == fs::file_type::not_found) return name;
+    if (st.type() == fs::file_type::none || st.type() == fs::file_type::unknown) {
+      // The folder cannot be inspected: whatever name we gave might already be taken.
+      logLine("Cannot inspect " + (parent / name).string() + ": " + ec.message());
+      return {};
+    }
+    if (st.type() == fs::file_type::regular) logLine(name + " is a file: please remove it!");
+  }
+  return {};
+}
+
+bool hasExtension(const fs::path& file, std::string_view lowerExtension) {
+  std::string ext = file.extension().string();
+  std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return std::tolower(c); });
+  return ext == lowerExtension;
+}
+
+// True if `inner` is `outer` or lies below it, judged on the resolved paths.
+bool isInside(const fs::path& inner, const fs::path& outer) {
+  std::error_code ec1, ec2;
+  const fs::path a = fs::weakly_canonical(inner, ec1);
+  const fs::path b = fs::weakly_canonical(outer, ec2);
+  if (ec1 || ec2) return false;
+  auto ia = a.begin();
+  for (auto ib = b.begin(); ib != b.end(); ++ib, ++ia) {
+    if (ib->empty()) continue;  // a trailing separator
+    if (ia == a.end() || *ia != *ib) return false;
+  }
+  return true;
+}
+
+bool copyFilesWithExtension(const fs::path& from, const fs::path& to, std::string_view extension, bool overwrite,
+                            Diagnostic* why) {
+  if (!folderExists(from)) {
+    setWhy(why, from, "folder not found");
+    return false;
+  }
+  if (!ensureFolder(to)) {
+    setWhy(why, to, "cannot create the folder");
+    return false;
+  }
+  std::error_code ec;
+  fs::directory_iterator it(from, ec), end;
+  if (ec) {
+    setWhy(why, from, "cannot list the folder: " + ec.message());
+    return false;
+  }
+  bool ok = true;
+  for (; it != end; it.increment(ec)) {
+    std::error_code stEc;
+    if (!it->is_regular_file(stEc) || !hasExtension(it->path(), extension)) continue;
+    ok = copyFile(it->path(), to / it->path().filename(), overwrite, why) && ok;
+  }
+  if (ec) {
+    setWhy(why, from, "listing stopped: " + ec.message());
+    ok = false;
+  }
+  return ok;
+}
+
+}  // namespace
+
+// --- Names ----------------------------------------------------------------------------------
+
+std::optional<int> folderNumber(std::string_view name, std::string_view prefix) {
+  if (name.size() <= prefix.size() || name.substr(0, prefix.size()) != prefix) return std::nullopt;
+  const std::string_view digits = name.substr(prefix.size());
+  if (digits.size() > static_cast<size_t>(kMaxDigits) || digits.front() == '0') return std::nullopt;
+  int value = 0;
+  for (char c : digits) {
+    if (c < '0' || c > '9') return std::nullopt;
+    value = value * 10 + (c - '0');
+  }
+  return value;
+}
+
+std::optional<int> folderNumber(std::string_view name) {
+  if (auto n = folderNumber(name, kSitePrefix)) return n;
+  return folderNumber(name, kVerticalPrefix);
+}
+
+bool isValidFolderName(std::string_view name) { return folderNumber(name).has_value(); }
+
+std::string newSiteFolderName(const fs::path& sitesPath) { return newFolderName(sitesPath, kSitePrefix); }
+
+std::string newVerticalFolderName(const fs::path& siteFolderPath) {
+  return newFolderName(siteFolderPath, kVerticalPrefix);
+}
+
+std::string siteDisplayName(const fs::path& siteFolderPath) {
+  const std::string name = lastName(siteFolderPath);
+  if (!folderNumber(name, kSitePrefix)) return "(ERROR) invalid sitename";
+  if (!folderExists(siteFolderPath)) return "(ERROR) '" + name + "' not found";
+  auto lines = readTextLines(siteFolderPath / (name + ".dat"));
+  if (!lines) return "(ERROR) '" + name + ".dat not found";
+  return lines->empty() ? std::string() : lines->front();
+}
+
+std::vector<std::string> listSiteFolders(const fs::path& sitesPath) {
+  std::vector<std::pair<int, std::string>> found;
+  std::error_code ec;
+  fs::directory_iterator it(sitesPath, ec), end;
+  for (; !ec && it != end; it.increment(ec)) {
+    const std::string name = it->path().filename().string();
+    const auto n = folderNumber(name, kSitePrefix);
+    if (!n) continue;
+    std::error_code stEc;
+    if (!it->is_directory(stEc)) {
+      logLine(name + " is not a folder: skipped");
+      continue;
+    }
+    found.emplace_back(*n, name);
+  }
+  std::sort(found.begin(), found.end());
+  std::vector<std::string> names;
+  names.reserve(found.size());
+  for (auto& [n, name] : found) names.push_back(std::move(name));
+  return names;
+}
+
+std::vector<std::string> listVerticalFolders(const fs::path& siteFolderPath, std::vector<Diagnostic>* problems) {
+  auto report = [&](Diagnostic d) {
+    if (problems) problems->push_back(std::move(d));
+  };
+  std::vector<std::string> names;
+  const fs::path siteFile = siteFolderPath / (lastName(siteFolderPath) + ".dat");
+  Diagnostic why;
+  auto lines = readTextLines(siteFile, &why);
+  if (!lines) {
+    report(why);
+    return names;
+  }
+  std::set<std::string> seen;
+  for (size_t i = 1; i < lines->size(); ++i) {
+    const int lineNo = static_cast<int>(i) + 1;
+    const std::string name = trimBlanks((*lines)[i]);
+    if (name.empty()) continue;
+    if (!folderNumber(name, kVerticalPrefix)) {
+      report({siteFile, lineNo, shownText(name) + " is not a vertical folder name: skipped"});
+    } else if (!seen.insert(name).second) {
+      report({siteFile, lineNo, name + " is named twice: the repeat is skipped"});
+    } else if (!folderExists(siteFolderPath / name)) {
+      report({siteFile, lineNo, "the folder " + name + " does not exist: skipped"});
+    } else {
+      names.push_back(name);
+    }
+  }
+  return names;
+}
+
+// --- Files and folders ----------------------------------------------------------------------
+
+bool copyFile(const fs::path& from, const fs::path& to, bool overwrite, Diagnostic* why) {
+  std::error_code ec;
+  if (!fs::is_regular_file(from, ec)) {
+    setWhy(why, from, "file not found");
+    return false;
+  }
+  const fs::file_status target = fs::symlink_status(to, ec);
+  if (target.type() != fs::file_type::not_found) {
+    if (fs::equivalent(from, to, ec)) return true;
+    if (!overwrite) {
+      setWhy(why, to, "already exists: not replaced");
+      return false;
+    }
+    if (fs::is_directory(target)) {
+      setWhy(why, to, "is a folder: not replaced");
+      return false;
+    }
+  }
+  fs::path temp = to;
+  temp += ".tmp~";
+  fs::copy_file(from, temp, fs::copy_options::overwrite_existing, ec);
+  if (ec) {
+    std::error_code ignored;
+    fs::remove(temp, ignored);
+    setWhy(why, to, "cannot copy: " + ec.message());
+    return false;
+  }
+  fs::rename(temp, to, ec);
+  if (ec) {
+    std::error_code ignored;
+    fs::remove(temp, ignored);
+    setWhy(why, to, "cannot copy: " + ec.message());
+    return false;
+  }
+  return true;
+}
+
+bool moveFile(const fs::path& from, const fs::path& to, Diagnostic* why) {
+  std::error_code ec;
+  if (!fs::is_regular_file(from, ec)) {
+    setWhy(why, from, "file not found");
+    return false;
+  }
+  if (fs::symlink_status(to, ec).type() != fs::file_type::not_found) {
+    setWhy(why, to, "already exists: not replaced");
+    return false;
+  }
+  fs::rename(from, to, ec);
+  if (!ec) return true;
+  // Another volume: copy, and let the source go only once the copy stands.
+  if (!copyFile(from, to, false, why)) return false;
+  fs::remove(from, ec);
+  if (ec) {
+    setWhy(why, from, "copied, but the original could not be removed: " + ec.message());
+    return false;
+  }
+  return true;
+}
+
+bool copyFolder(const fs::path& from, const fs::path& to, bool overwrite, Diagnostic* why) {
+  std::error_code ec;
+  if (!fs::is_directory(from, ec)) {
+    setWhy(why, from, "folder not found");
+    return false;
+  }
+  if (isInside(to, from)) {
+    setWhy(why, to, "lies inside the folder being copied");
+    return false;
+  }
+  if (!ensureFolder(to)) {
+    setWhy(why, to, "cannot create the folder");
+    return false;
+  }
+  fs::directory_iterator it(from, ec), end;
+  if (ec) {
+    setWhy(why, from, "cannot list the folder: " + ec.message());
+    return false;
+  }
+  bool ok = true;
+  for (; it != end; it.increment(ec)) {
+    std::error_code stEc;
+    const fs::file_status st = it->symlink_status(stEc);
+    const fs::path target = to / it->path().filename();
+    if (fs::is_directory(st)) {
+      ok = copyFolder(it->path(), target, overwrite, why) && ok;
+    } else if (fs::is_regular_file(st)) {
+      ok = copyFile(it->path(), target, overwrite, why) && ok;
+    } else {
+      logLine(it->path().string() + " is neither a file nor a folder: not copied");
+    }
+  }
+  if (ec) {
+    setWhy(why, from, "listing stopped: " + ec.message());
+    ok = false;
+  }
+  return ok;
+}
+
+bool deleteFolder(const fs::path& folder, Diagnostic* why) {
+  // The store's own paths never hold "." or ".."; a path that does is a damaged name, and
+  // following it could delete a whole site or the store. Roots and empty paths likewise.
+  bool plain = !folder.empty();
+  for (const fs::path& part : folder)
+    if (part == "." || part == "..") plain = false;
+  fs::path p = folder;
+  if (!p.has_filename() && p.has_parent_path()) p = p.parent_path();
+  if (!plain || p.empty() || p == p.root_path() || !p.has_filename()) {
+    setWhy(why, folder, "not a folder that can be deleted");
+    return false;
+  }
+  std::error_code ec;
+  const fs::file_status st = fs::symlink_status(p, ec);
+  if (st.type() == fs::file_type::not_found) return true;
+  if (!fs::is_directory(st) && !fs::is_symlink(st)) {
+    setWhy(why, folder, "is not a folder: not deleted");
+    return false;
+  }
+  fs::remove_all(p, ec);
+  if (ec) {
+    setWhy(why, folder, "could not be deleted completely: " + ec.message());
+    return false;
+  }
+  return true;
+}
+
+std::uintmax_t folderSize(const fs::path& folder) {
+  std::uintmax_t total = 0;
+  std::error_code ec;
+  fs::recursive_directory_iterator it(folder, fs::directory_options::skip_permission_denied, ec), end;
+  for (; !ec && it != end; it.increment(ec)) {
+    std::error_code stEc;
+    if (!fs::is_regular_file(it->symlink_status(stEc))) continue;
+    const std::uintmax_t size = it->file_size(stEc);
+    if (!stEc) total += size;
+  }
+  return total;
+}
+
+bool copySeismograms(const fs::path& from, const fs::path& to, bool overwrite, Diagnostic* why) {
+  return copyFilesWithExtension(from, to, ".kor", overwrite, why);
+}
+
+bool copyDissipations(const fs::path& from, const fs::path& to, bool overwrite, Diagnostic* why) {
+  return copyFilesWithExtension(from, to, ".dis", overwrite, why);
+}
+
+// --- Line files -----------------------------------------------------------------------------
+
+std::vector<std::string> splitLines(std::string_view text) {
+  std::vector<std::string> lines;
+  size_t start = 0;
+  while (start < text.size()) {
+    size_t end = text.find_first_of("\r\n", start);
+    if (end == std::string_view::npos) {
+      lines.emplace_back(text.substr(start));
+      break;
+    }
+    lines.emplace_back(text.substr(start, end - start));
+    start = end + 1;
+    if (text[end] == '\r' && start < text.size() && text[start] == '\n') ++start;
+  }
+  return lines;
+}
+
+std::optional<std::vector<std::string>> readTextLines(const fs::path& file, Diagnostic* why) {
+  auto bytes = readFileBytes(file, why);
+  if (!bytes) return std::nullopt;
+  return splitLines(cp1252ToUtf8(*bytes));
+}
+
+std::string textFileBytes(const std::vector<std::string>& lines) {
+  std::string bytes;
+  for (const std::string& line : lines) {
+    std::string oneLine = line;
+    std::replace(oneLine.begin(), oneLine.end(), '\r', ' ');
+    std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
+    bytes += utf8ToCp1252(oneLine);
+    bytes += "\r\n";
+  }
+  return bytes;
+}
+
+bool writeTextLines(const fs::path& file, const std::vector<std::string>& lines, Diagnostic* why) {
+  return writeFileAtomically(file, textFileBytes(lines), why);
+}
+
+}  // namespace koru::FS

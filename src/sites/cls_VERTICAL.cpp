@@ -1,0 +1,408 @@
+#include "sites/cls_VERTICAL.h"
+
+#include <system_error>
+#include <utility>
+
+#include "frame/files.h"
+#include "frame/numbers.h"
+#include "sites/FS.h"
+
+namespace koru {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr size_t kVerticalFileLines = 14;
+
+void report(std::vector<Diagnostic>* problems, Diagnostic d) {
+  if (problems) problems->push_back(std::move(d));
+}
+
+// Removes one file; a missing one is already gone, and a folder in its place is left alone.
+bool removeFile(const fs::path& file, Diagnostic* why) {
+  if (file.empty()) {
+    if (why) *why = {file, 0, "no file: the vertical's folders are not set"};
+    return false;
+  }
+  std::error_code ec;
+  const fs::file_status st = fs::symlink_status(file, ec);
+  if (st.type() == fs::file_type::not_found) return true;
+  if (fs::is_directory(st)) {
+    if (why) *why = {file, 0, "is a folder: not deleted"};
+    return false;
+  }
+  fs::remove(file, ec);
+  if (ec) {
+    if (why) *why = {file, 0, "cannot be deleted: " + ec.message()};
+    return false;
+  }
+  return true;
+}
+
+bool removeFolder(const fs::path& folder, Diagnostic* why) {
+  if (folder.empty()) {
+    if (why) *why = {folder, 0, "no folder: the vertical's folders are not set"};
+    return false;
+  }
+  return FS::deleteFolder(folder, why);
+}
+
+// A number line of the vertical file. Unreadable text counts as 0, as everywhere, and is told.
+float readNumber(const std::string& text, const fs::path& file, int line, std::vector<Diagnostic>& problems) {
+  const auto value = tryParseSingle(text);
+  if (!value) {
+    problems.push_back({file, line, "not a number: read as 0"});
+    return 0.0f;
+  }
+  return *value;
+}
+
+// Flags are written 1 or 0; any value above 0 reads as set, so an old "-1" reads as not set.
+bool readFlag(const std::string& text) { return parseSingle(text) > 0; }
+
+}  // namespace
+
+void cls_VERTICAL::setFolders(const fs::path& siteFolderPath, std::string_view verticalFolderName) {
+  strFolderName = std::string(verticalFolderName);
+  const size_t underscore = strFolderName.rfind('_');
+  const std::string m = underscore == std::string::npos ? strFolderName : strFolderName.substr(underscore + 1);
+
+  strFolderPath = siteFolderPath / strFolderName;
+  strInfoPath = strFolderPath / (strFolderName + ".dat");
+  strVsFolder = strFolderPath / ("VS_" + m);
+  strVsFile = strFolderPath / ("VS_" + m + ".dat");
+  strVsPseudoFile = strFolderPath / ("VS_PISISM_" + m + ".dat");
+  strVpFolder = strFolderPath / ("VP_" + m);
+  strVpFile = strFolderPath / ("VP_" + m + ".dat");
+  strVpPseudoFile = strFolderPath / ("VP_PISISM_" + m + ".dat");
+  strDMTFile = strFolderPath / ("DMT_" + m + ".dat");
+  strInclinationFile = strFolderPath / ("Inclination_" + m + ".dat");
+  strNotesFile = strFolderPath / ("Notes_" + m + ".dat");
+  strCalibrationFile = strFolderPath / ("Calibration_" + m + ".dat");
+  strDissipFolder = strFolderPath / ("DISSIP_" + m);
+  strGammaFile = strFolderPath / ("GAMMA_" + m + ".dat");
+  strUFile = strFolderPath / ("U_" + m + ".dat");
+
+  // The objects follow, so that a vertical moved to another folder saves there.
+  if (dmt) dmt->setDatPath(strDMTFile);
+  if (calibration) calibration->setPathFile(strCalibrationFile);
+  gamma.setPath(strGammaFile);
+  u.setPath(strUFile);
+}
+
+// --- Header file ------------------------------------------------------------------------------
+
+void cls_VERTICAL::resetHeader() {
+  const cls_VERTICAL fresh;
+  blnTestDMT = fresh.blnTestDMT;
+  blnTestVs = fresh.blnTestVs;
+  blnTestVp = fresh.blnTestVp;
+  blnTestDissip = fresh.blnTestDissip;
+  strTestname = strFirm = strCustomer = strDate = strGPS = strJob = strRemark = strSite = std::string();
+  sngZw = fresh.sngZw;
+  sngZabs = fresh.sngZabs;
+}
+
+bool cls_VERTICAL::loadInfo() {
+  headerProblems_.clear();
+  resetHeader();
+
+  Diagnostic why;
+  if (auto lines = FS::readTextLines(strInfoPath, &why)) {
+    const auto& l = *lines;
+    auto text = [&](size_t i, std::string& field) {
+      if (i < l.size()) field = l[i];
+    };
+    // The order of the lines is not the order of the fields; it is the file's own.
+    text(0, strTestname);
+    text(1, strFirm);
+    text(2, strCustomer);
+    text(3, strJob);
+    text(4, strSite);
+    text(5, strRemark);
+    text(6, strDate);
+    text(7, strGPS);
+    if (l.size() > 8) sngZabs = readNumber(l[8], strInfoPath, 9, headerProblems_);
+    if (l.size() > 9) sngZw = readNumber(l[9], strInfoPath, 10, headerProblems_);
+    if (l.size() > 10) blnTestDMT = readFlag(l[10]);
+    if (l.size() > 11) blnTestVs = readFlag(l[11]);
+    if (l.size() > 12) blnTestVp = readFlag(l[12]);
+    if (l.size() > 13) blnTestDissip = readFlag(l[13]);
+    if (l.size() < kVerticalFileLines)
+      headerProblems_.push_back({strInfoPath, static_cast<int>(l.size()) + 1,
+                                 "the file ends here; " + std::to_string(kVerticalFileLines) +
+                                     " lines expected, the rest keeps its defaults"});
+  } else {
+    headerProblems_.push_back(why);
+  }
+
+  // The profiles are read afresh; a missing file leaves the defaults, which is no problem.
+  gamma = cls_GAMMA{};
+  gamma.setPath(strGammaFile);
+  Diagnostic gammaWhy;
+  gammaDamaged_ = gamma.loadInfo(&gammaWhy) != -1 && !gammaWhy.reason.empty();
+  if (gammaDamaged_) headerProblems_.push_back(gammaWhy);
+
+  u = cls_U{};
+  u.setPath(strUFile);
+  Diagnostic uWhy;
+  uDamaged_ = u.loadInfo(&uWhy) != -1 && !uWhy.reason.empty();
+  if (uDamaged_) headerProblems_.push_back(uWhy);
+
+  return headerProblems_.empty();
+}
+
+std::vector<std::string> cls_VERTICAL::verticalFileLines() const {
+  return {strTestname, strFirm, strCustomer, strJob, strSite, strRemark, strDate, strGPS,
+          formatNumber(sngZabs, ""), formatNumber(sngZw, ""),
+          blnTestDMT ? "1" : "0", blnTestVs ? "1" : "0", blnTestVp ? "1" : "0", blnTestDissip ? "1" : "0"};
+}
+
+bool cls_VERTICAL::writeVerticalFile(std::vector<Diagnostic>* problems) {
+  Diagnostic why;
+  if (FS::writeTextLines(strInfoPath, verticalFileLines(), &why)) return true;
+  report(problems, why);
+  return false;
+}
+
+// --- Loading the tests ------------------------------------------------------------------------
+
+bool cls_VERTICAL::loadData(const DMTOptions& options) {
+  dataProblems_.clear();
+  if (blnTestVs) loadVsTest();
+  if (blnTestVp) loadVpTest();
+  if (blnTestDMT) loadDMTTest(options);
+  loadCalibrationTest();
+  loadInclinationTest();
+  if (blnTestDissip) loadDissipationTests();
+  return dataProblems_.empty();
+}
+
+void cls_VERTICAL::loadVsTest() {
+  // The Vs seismic test: create it, load the pseudo-interval data (strVsPseudoFile), then the
+  // test index (strVsFile) with its seismograms in strVsFolder.
+}
+
+void cls_VERTICAL::loadVpTest() {
+  // The Vp seismic test, as loadVsTest with the Vp paths.
+}
+
+void cls_VERTICAL::loadDMTTest(const DMTOptions& options) {
+  dmt.emplace();
+  dmt->setDatPath(strDMTFile);
+  dmtDamaged_ = false;
+
+  std::error_code ec;
+  const fs::file_status st = fs::status(strDMTFile, ec);
+  if (st.type() == fs::file_type::not_found) return;  // no readings yet: the test stays empty
+  if (!fs::is_regular_file(st)) {
+    dataProblems_.push_back({strDMTFile, 0, "is not a readable file: the DMT test stays empty"});
+    return;
+  }
+  Diagnostic why;
+  if (dmt->loadFile(&why) != -1) {
+    if (why.reason.empty()) why = {strDMTFile, 0, "could not be read in full"};
+    dataProblems_.push_back(why);
+    dmtDamaged_ = true;
+  }
+  if (dmt->N() > 0 && !dmt->evalDMT(gamma, u, options))
+    dataProblems_.push_back({strDMTFile, 0, "a row could not be evaluated: results from that row on are 0"});
+}
+
+void cls_VERTICAL::loadCalibrationTest() {
+  calibration.reset();
+  calibrationDamaged_ = false;
+  if (!fileExists(strCalibrationFile)) return;
+  createCalibrationTest();
+  Diagnostic why;
+  const bool read = calibration->loadCalibrations(&why);
+  if (!read || !why.reason.empty()) {
+    if (why.reason.empty()) why = {strCalibrationFile, 0, "could not be read"};
+    dataProblems_.push_back(why);
+    calibrationDamaged_ = true;
+  }
+}
+
+void cls_VERTICAL::loadInclinationTest() {
+  // The inclination record: create it, set strInclinationFile, and load it if the file exists.
+}
+
+void cls_VERTICAL::loadDissipationTests() {
+  // The dissipation tests: create the collection, give it strDissipFolder and load it.
+}
+
+// --- Saving -----------------------------------------------------------------------------------
+
+bool cls_VERTICAL::keepDamagedOriginal(bool& damaged, const fs::path& file, std::vector<Diagnostic>* problems) {
+  if (!damaged) return true;
+  if (!fileExists(file)) {
+    damaged = false;
+    return true;
+  }
+  for (int k = 1; k <= 100; ++k) {
+    fs::path backup = file;
+    backup += ".damaged";
+    if (k > 1) backup += std::to_string(k);
+    std::error_code ec;
+    if (fs::symlink_status(backup, ec).type() != fs::file_type::not_found) continue;
+    Diagnostic why;
+    if (!FS::copyFile(file, backup, false, &why)) break;
+    damaged = false;
+    report(problems, {file, 0, "was read only in part; the original is kept as " + backup.filename().string()});
+    return true;
+  }
+  report(problems, {file, 0, "not saved: it was read only in part and the original could not be kept aside"});
+  return false;
+}
+
+bool cls_VERTICAL::saveVsTest(std::vector<Diagnostic>* problems) {
+  if (ensureFolder(strVsFolder)) return true;
+  // The Vs test and its pseudo-interval data save here once the seismic records exist.
+  report(problems, {strVsFolder, 0, "cannot create the folder"});
+  return false;
+}
+
+bool cls_VERTICAL::saveVpTest(std::vector<Diagnostic>* problems) {
+  if (ensureFolder(strVpFolder)) return true;
+  // The Vp test and its pseudo-interval data save here once the seismic records exist.
+  report(problems, {strVpFolder, 0, "cannot create the folder"});
+  return false;
+}
+
+bool cls_VERTICAL::saveDissipationTests(std::vector<Diagnostic>* problems) {
+  if (ensureFolder(strDissipFolder)) return true;
+  // The dissipation collection saves its ".dis" files here once it exists.
+  report(problems, {strDissipFolder, 0, "cannot create the folder"});
+  return false;
+}
+
+bool cls_VERTICAL::saveDMTTest(std::vector<Diagnostic>* problems) {
+  if (!dmt) return true;
+  if (!keepDamagedOriginal(dmtDamaged_, strDMTFile, problems)) return false;
+  dmt->setDatPath(strDMTFile);
+  Diagnostic why;
+  if (dmt->saveFile(&why) == -1) return true;
+  if (why.reason.empty()) why = {strDMTFile, 0, "could not be written"};
+  report(problems, why);
+  return false;
+}
+
+bool cls_VERTICAL::saveCalibrations(std::vector<Diagnostic>* problems) {
+  if (!calibration) return true;
+  if (!keepDamagedOriginal(calibrationDamaged_, strCalibrationFile, problems)) return false;
+  calibration->setPathFile(strCalibrationFile);
+  Diagnostic why;
+  if (calibration->saveToFile(&why)) return true;
+  if (why.reason.empty()) why = {strCalibrationFile, 0, "could not be written"};
+  report(problems, why);
+  return false;
+}
+
+bool cls_VERTICAL::saveProfiles(std::vector<Diagnostic>* problems) {
+  bool ok = true;
+  gamma.setPath(strGammaFile);
+  if (keepDamagedOriginal(gammaDamaged_, strGammaFile, problems)) {
+    Diagnostic why;
+    if (!gamma.saveInfo(&why)) {
+      if (why.reason.empty()) why = {strGammaFile, 0, "could not be written"};
+      report(problems, why);
+      ok = false;
+    }
+  } else {
+    ok = false;
+  }
+  u.setPath(strUFile);
+  if (keepDamagedOriginal(uDamaged_, strUFile, problems)) {
+    Diagnostic why;
+    if (!u.saveInfo(&why)) {
+      if (why.reason.empty()) why = {strUFile, 0, "could not be written"};
+      report(problems, why);
+      ok = false;
+    }
+  } else {
+    ok = false;
+  }
+  return ok;
+}
+
+bool cls_VERTICAL::saveVerticalFile(std::vector<Diagnostic>* problems) {
+  if (!ensureFolder(strFolderPath)) {
+    report(problems, {strFolderPath, 0, "cannot create the folder"});
+    return false;
+  }
+  bool ok = writeVerticalFile(problems);
+  ok = saveProfiles(problems) && ok;
+  return ok;
+}
+
+bool cls_VERTICAL::saveInfo(std::vector<Diagnostic>* problems) {
+  if (!ensureFolder(strFolderPath)) {
+    report(problems, {strFolderPath, 0, "cannot create the folder"});
+    return false;
+  }
+  bool ok = true;
+  if (blnTestDMT) ok = saveDMTTest(problems) && ok;
+  if (blnTestVs) ok = saveVsTest(problems) && ok;
+  if (blnTestVp) ok = saveVpTest(problems) && ok;
+  if (blnTestDissip) ok = saveDissipationTests(problems) && ok;
+  ok = writeVerticalFile(problems) && ok;
+  ok = saveProfiles(problems) && ok;
+  if (isCalibration()) ok = saveCalibrations(problems) && ok;
+  return ok;
+}
+
+std::vector<Diagnostic> cls_VERTICAL::problems() const {
+  std::vector<Diagnostic> all = headerProblems_;
+  all.insert(all.end(), dataProblems_.begin(), dataProblems_.end());
+  return all;
+}
+
+cls_VERTICAL cls_VERTICAL::cloneVertical() const { return *this; }
+
+// --- Create and delete ------------------------------------------------------------------------
+
+void cls_VERTICAL::createNewDMTTest() {
+  dmt.emplace();
+  dmt->setDatPath(strDMTFile);
+  dmtDamaged_ = false;  // a fresh test replaces what the damaged file held by the user's choice
+  blnTestDMT = true;
+}
+
+void cls_VERTICAL::deleteDMTTest() {
+  dmt.reset();
+  dmtDamaged_ = false;
+  blnTestDMT = false;
+}
+
+bool cls_VERTICAL::deleteDMTFile(Diagnostic* why) { return removeFile(strDMTFile, why); }
+
+void cls_VERTICAL::createCalibrationTest() {
+  calibration.emplace();
+  calibration->setPathFile(strCalibrationFile);
+  calibrationDamaged_ = false;
+}
+
+void cls_VERTICAL::deleteCalibrationTest() {
+  calibration.reset();
+  calibrationDamaged_ = false;
+}
+
+bool cls_VERTICAL::deleteCalibrationFile(Diagnostic* why) { return removeFile(strCalibrationFile, why); }
+
+bool cls_VERTICAL::deleteVsTIFile(Diagnostic* why) { return removeFile(strVsFile, why); }
+bool cls_VERTICAL::deleteVsFolder(Diagnostic* why) { return removeFolder(strVsFolder, why); }
+bool cls_VERTICAL::deleteVpTIFile(Diagnostic* why) { return removeFile(strVpFile, why); }
+bool cls_VERTICAL::deleteVpFolder(Diagnostic* why) { return removeFolder(strVpFolder, why); }
+bool cls_VERTICAL::deleteDissipFolder(Diagnostic* why) { return removeFolder(strDissipFolder, why); }
+
+// --- Significance -----------------------------------------------------------------------------
+
+bool cls_VERTICAL::isDMTSignificant() const { return dmt && dmt->N() > 0; }
+// The seismic tests answer here once they exist: a test with at least one depth.
+bool cls_VERTICAL::isVsSignificant() const { return false; }
+bool cls_VERTICAL::isVpSignificant() const { return false; }
+bool cls_VERTICAL::isGraphSignificant() const { return isDMTSignificant() || isVsSignificant() || isVpSignificant(); }
+bool cls_VERTICAL::isCalibration() const { return calibration.has_value(); }
+
+}  // namespace koru
