@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "frame/program_folders.h"
+
 namespace koru {
 
 class ProgramStrings;
@@ -30,10 +32,14 @@ inline constexpr int kExitDataError = 1;
 inline constexpr int kExitUsage = 2;
 
 int runDmtCommand(Context& context);
+int runSiteCommand(Context& context);
+int runVerticalCommand(Context& context);
 
 }  // namespace koru::cli
 
 namespace koru::cli {
 // The running program's own path (for the files shipped beside it).
 std::filesystem::path executablePath(const char* argv0);
+// The user's home folder ($HOME), or empty.
+std::filesystem::path homeFolder();
 }  // namespace koru::cli

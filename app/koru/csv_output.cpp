@@ -49,7 +49,7 @@ CsvLine& CsvLine::addText(std::string_view text) {
 void CsvLine::writeTo(std::ostream& out) const { out << line_ << '\n'; }
 
 void writeTable(std::ostream& out, const std::vector<std::string>& header,
-                const std::vector<std::vector<std::string>>& rows) {
+                const std::vector<std::vector<std::string>>& rows, bool leftAlignLast) {
   std::vector<size_t> widths(header.size(), 0);
   auto measure = [&](const std::vector<std::string>& cells) {
     for (size_t i = 0; i < cells.size() && i < widths.size(); ++i) widths[i] = std::max(widths[i], cells[i].size());
@@ -59,7 +59,11 @@ void writeTable(std::ostream& out, const std::vector<std::string>& header,
   auto print = [&](const std::vector<std::string>& cells) {
     for (size_t i = 0; i < cells.size() && i < widths.size(); ++i) {
       if (i > 0) out << "  ";
-      out << std::string(widths[i] - cells[i].size(), ' ') << cells[i];
+      const std::string pad(widths[i] - cells[i].size(), ' ');
+      if (leftAlignLast && i + 1 == cells.size())
+        out << cells[i];
+      else
+        out << pad << cells[i];
     }
     out << '\n';
   };

@@ -25,8 +25,8 @@ class CsvLine {
   void separate();
 };
 
-// Columns right-aligned to the widest cell, header first.
+// Columns right-aligned to the widest cell (the last one left-aligned if asked), header first.
 void writeTable(std::ostream& out, const std::vector<std::string>& header,
-                const std::vector<std::vector<std::string>>& rows);
+                const std::vector<std::vector<std::string>>& rows, bool leftAlignLast = false);
 
 }  // namespace koru::cli

@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <system_error>
 
 #include "commands.h"
@@ -9,6 +10,11 @@ std::filesystem::path executablePath(const char* argv0) {
   auto self = std::filesystem::read_symlink("/proc/self/exe", ec);
   if (!ec) return self;
   return std::filesystem::absolute(argv0, ec);
+}
+
+std::filesystem::path homeFolder() {
+  const char* home = std::getenv("HOME");
+  return home ? std::filesystem::path(home) : std::filesystem::path();
 }
 
 }  // namespace koru::cli

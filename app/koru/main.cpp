@@ -21,6 +21,16 @@ constexpr const char* kUsage =
     "  koru dmt save IN.dat OUT.dat\n"
     "      load a DMT test and save it in the program's own form\n"
     "\n"
+    "  koru site list                      sites with their names (CSV)\n"
+    "  koru site create NAME               a new site; prints its folder\n"
+    "  koru vertical create SITE_n [NAME]  a new vertical; prints its folder\n"
+    "  koru vertical list SITE_n           the verticals in the site's order (CSV)\n"
+    "  koru vertical show SITE_n VERT_m    the vertical's header\n"
+    "  koru vertical reorder SITE_n I...   a new order, by the indices of the list\n"
+    "  koru vertical remove SITE_n VERT_m  delete a vertical with all its files\n"
+    "  koru vertical eval SITE_n VERT_m [--set NAME=VALUE]... [--table]\n"
+    "      the vertical's DMT test evaluated with its own profiles, as dmt eval\n"
+    "\n"
     "  --root DIR   the folder that holds SITES/ (default: ~/KORU)\n"
     "  --lang NAME  language of the texts: English (default), Italiano, French\n";
 
@@ -55,9 +65,9 @@ int main(int argc, char** argv) {
     std::cerr << kUsage;
     return koru::cli::kExitUsage;
   }
-  const char* home = std::getenv("HOME");
-  const auto folders = koru::ProgramFolders::locate(koru::cli::executablePath(argv[0]), context.root,
-                                                     home ? home : "", KORU_SOURCE_SHARE_DIR);
+  context.executable = koru::cli::executablePath(argv[0]);
+  const auto folders = koru::ProgramFolders::locate(context.executable, context.root, koru::cli::homeFolder(),
+                                                     KORU_SOURCE_SHARE_DIR);
   koru::cli::ConsolePrompts prompts(std::cerr);
   koru::ProgramStrings strings(prompts);
   koru::loadLanguage(strings, folders.shareDir, language);
@@ -66,6 +76,8 @@ int main(int argc, char** argv) {
   const std::string command = rest.front();
   context.args.assign(rest.begin() + 1, rest.end());
   if (command == "dmt") return koru::cli::runDmtCommand(context);
+  if (command == "site") return koru::cli::runSiteCommand(context);
+  if (command == "vertical") return koru::cli::runVerticalCommand(context);
   std::cerr << "koru: unknown command '" << command << "'\n" << kUsage;
   return koru::cli::kExitUsage;
 }

@@ -12,6 +12,7 @@
 #include "dmt/DMTOptions.h"
 #include "frame/program_folders.h"
 #include "frame/strings/StringTable.h"
+#include "sites/cls_SITE.h"
 
 namespace koru {
 
@@ -53,6 +54,9 @@ struct AppState {
   // The marker of a missing date: 0000/01/01 00:00:00.
   std::chrono::year_month_day dateNever{std::chrono::year{0}, std::chrono::January, std::chrono::day{1}};
 
+  // At most one site and one vertical are open: a fresh empty site stands for "none open".
+  cls_SITE curSite;
+  cls_VERTICAL* curVertical = nullptr;  // owned by curSite's verticals
   bool blnVerticalOpen = false;
 };
 

@@ -208,6 +208,19 @@ void cls_VERTICAL::loadDMTTest(const DMTOptions& options) {
   }
   if (dmt->N() > 0 && !dmt->evalDMT(gamma, u, options))
     dataProblems_.push_back({strDMTFile, 0, "a row could not be evaluated: results from that row on are 0"});
+  evalGamma();
+}
+
+void cls_VERTICAL::evalGamma() {
+  if (!dmt || (gamma.Method() != 0 && gamma.Method() != 1)) return;
+  const int n = dmt->N();
+  gamma.setN(n + 1);
+  gamma.setZi(0, dmt->Zi());
+  gamma.setYi(0, dmt->sngGammaTop);
+  for (int i = 0; i < n; ++i) {
+    gamma.setZi(i + 1, dmt->vZ[static_cast<size_t>(i)]);
+    gamma.setYi(i + 1, dmt->getGammai(i));
+  }
 }
 
 void cls_VERTICAL::loadCalibrationTest() {

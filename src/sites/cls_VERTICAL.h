@@ -73,6 +73,11 @@ class cls_VERTICAL {
   // What went wrong in the last loadInfo and loadData: broken or unreadable files.
   std::vector<Diagnostic> problems() const;
 
+  // In the chart modes (0 and 1) the unit-weight point list follows the evaluated DMT test: the
+  // top (Zi, sngGammaTop) and then each row's unit weight, so that seismic depths can be given a
+  // unit weight. The user's table (mode 2) is left alone. Runs after evalDMT.
+  void evalGamma();
+
   // A copy of the vertical with all its test objects.
   cls_VERTICAL cloneVertical() const;
 

@@ -18,13 +18,24 @@ TEST(DemoData, BundledFilesAreWhatTheGeneratorMakes) {
   ScratchFolder dir;
   auto run = testing::runProgram(std::string(KORU_BINARY_DIR) + "/tools/make_demo_data", {dir.path().string()});
   ASSERT_EQ(run.exitCode, 0) << run.err;
-  EXPECT_EQ(ScratchFolder::read(dir / "DMT_demo.dat"), ScratchFolder::read(kSource + "/demo/DMT_demo.dat"));
+  const std::filesystem::path bundled = kSource + "/demo";
+  size_t files = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(dir.path())) {
+    if (!entry.is_regular_file()) continue;
+    ++files;
+    auto rel = std::filesystem::relative(entry.path(), dir.path());
+    EXPECT_EQ(ScratchFolder::read(entry.path()), ScratchFolder::read(bundled / rel)) << rel;
+  }
+  size_t bundledFiles = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(bundled / "SITES"))
+    bundledFiles += entry.is_regular_file();
+  EXPECT_EQ(files, bundledFiles);
 }
 
 // The demo sounding evaluates to the soils it was made from: clay on top, sand at the bottom.
 TEST(DemoData, SoundingEvaluatesToItsLayers) {
   cls_DmtTEST test;
-  test.setDatPath(kSource + "/demo/DMT_demo.dat");
+  test.setDatPath(kSource + "/demo/SITES/SITE_1/VERT_1/DMT_1.dat");
   ASSERT_EQ(test.loadFile(), -1);
   ASSERT_EQ(test.N(), 125);
   cls_GAMMA gamma;

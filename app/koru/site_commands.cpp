@@ -1,0 +1,244 @@
+#include <ostream>
+#include <string>
+
+#include "commands.h"
+#include "csv_output.h"
+#include "dmt_output.h"
+#include "frame/files.h"
+#include "frame/numbers.h"
+#include "sites/FS.h"
+#include "sites/cls_SITE.h"
+
+namespace koru::cli {
+
+namespace {
+
+void reportProblems(const std::vector<Diagnostic>& problems, std::ostream& err) {
+  for (const auto& p : problems) err << p.toString() << '\n';
+}
+
+std::filesystem::path sitesPath(const Context& context) {
+  return (context.root ? *context.root : ProgramFolders::locate(context.executable, std::nullopt, homeFolder()).dataRoot) /
+         "SITES";
+}
+
+// Opens the named site; problems of its files are told on stderr but do not stop the command.
+bool openSite(Context& context, const std::string& folder, cls_SITE& site) {
+  const auto root = sitesPath(context);
+  if (!folderExists(root / folder)) {
+    context.err << (root / folder).string() << ": no such site\n";
+    return false;
+  }
+  site.sOpen(root, folder);
+  reportProblems(site.problems(), context.err);
+  return true;
+}
+
+// The 1-based index of VERT_m in the site, or 0.
+int verticalIndex(cls_SITE& site, const std::string& folder) {
+  for (int i = 1; i <= site.verticals.Count(); ++i)
+    if (site.verticals.item(i)->strFolderName == folder) return i;
+  return 0;
+}
+
+int siteList(Context& context) {
+  const auto root = sitesPath(context);
+  CsvLine header;
+  header.addText("folder").addText("name").addText("verticals");
+  header.writeTo(context.out);
+  for (const auto& folder : FS::listSiteFolders(root)) {
+    CsvLine line;
+    line.addText(folder).addText(FS::siteDisplayName(root / folder));
+    line.addInt(static_cast<long>(FS::listVerticalFolders(root / folder).size()));
+    line.writeTo(context.out);
+  }
+  return kExitOk;
+}
+
+int siteCreate(Context& context) {
+  if (context.args.size() != 1) {
+    context.err << "koru: usage: koru site create NAME\n";
+    return kExitUsage;
+  }
+  const auto root = sitesPath(context);
+  if (!ensureFolder(root)) {
+    context.err << root.string() << ": cannot create the SITES folder\n";
+    return kExitDataError;
+  }
+  cls_SITE site;
+  Diagnostic why;
+  if (!site.newSite(root, context.args[0], &why)) {
+    context.err << why.toString() << '\n';
+    return kExitDataError;
+  }
+  context.out << site.strFolder << '\n';
+  return kExitOk;
+}
+
+int verticalCreate(Context& context) {
+  if (context.args.empty() || context.args.size() > 2) {
+    context.err << "koru: usage: koru vertical create SITE_n [TEST_NAME]\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  std::vector<Diagnostic> problems;
+  cls_VERTICAL* vertical = site.newVertical(&problems);
+  if (vertical && context.args.size() == 2) {
+    vertical->strTestname = context.args[1];
+    vertical->saveVerticalFile(&problems);
+  }
+  reportProblems(problems, context.err);
+  if (!vertical) return kExitDataError;
+  context.out << vertical->strFolderName << '\n';
+  return problems.empty() ? kExitOk : kExitDataError;
+}
+
+int verticalList(Context& context) {
+  if (context.args.size() != 1) {
+    context.err << "koru: usage: koru vertical list SITE_n\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  CsvLine header;
+  header.addText("index").addText("folder").addText("testname").addText("date").addText("Zw").addText("Zabs");
+  header.addText("DMT").addText("Vs").addText("Vp").addText("dissipation");
+  header.writeTo(context.out);
+  for (int i = 1; i <= site.verticals.Count(); ++i) {
+    const cls_VERTICAL& v = *site.verticals.item(i);
+    CsvLine line;
+    line.addInt(i).addText(v.strFolderName).addText(v.strTestname).addText(v.strDate);
+    line.addText(formatNumber(v.sngZw, "")).addText(formatNumber(v.sngZabs, ""));
+    line.addInt(v.blnTestDMT).addInt(v.blnTestVs).addInt(v.blnTestVp).addInt(v.blnTestDissip);
+    line.writeTo(context.out);
+  }
+  return kExitOk;
+}
+
+int verticalShow(Context& context) {
+  if (context.args.size() != 2) {
+    context.err << "koru: usage: koru vertical show SITE_n VERT_m\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  const int index = verticalIndex(site, context.args[1]);
+  if (index == 0) {
+    context.err << "koru: " << context.args[0] << " has no vertical " << context.args[1] << '\n';
+    return kExitDataError;
+  }
+  static const char* kLabels[] = {"Test name", "Firm", "Customer", "Job", "Site", "Remark", "Date", "GPS",
+                                  "Zabs",      "Zw",   "DMT",      "Vs",  "Vp",   "Dissipation"};
+  auto lines = site.verticals.item(index)->verticalFileLines();
+  for (size_t i = 0; i < lines.size() && i < std::size(kLabels); ++i)
+    context.out << kLabels[i] << ": " << lines[i] << '\n';
+  return kExitOk;
+}
+
+int verticalReorder(Context& context) {
+  if (context.args.size() < 2) {
+    context.err << "koru: usage: koru vertical reorder SITE_n INDEX...\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  std::vector<int> order;
+  for (size_t i = 1; i < context.args.size(); ++i) {
+    auto value = tryParseDouble(context.args[i]);
+    if (!value || *value != static_cast<int>(*value)) {
+      context.err << "koru: '" << context.args[i] << "' is not an index\n";
+      return kExitUsage;
+    }
+    order.push_back(static_cast<int>(*value));
+  }
+  if (!site.verticals.reOrder(order)) {
+    context.err << "koru: the new order must name each of the " << site.verticals.Count()
+                << " verticals once, by index\n";
+    return kExitUsage;
+  }
+  Diagnostic why;
+  if (!site.saveInfo(&why)) {
+    context.err << why.toString() << '\n';
+    return kExitDataError;
+  }
+  return kExitOk;
+}
+
+int verticalRemove(Context& context) {
+  if (context.args.size() != 2) {
+    context.err << "koru: usage: koru vertical remove SITE_n VERT_m\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  const int index = verticalIndex(site, context.args[1]);
+  if (index == 0) {
+    context.err << "koru: " << context.args[0] << " has no vertical " << context.args[1] << '\n';
+    return kExitDataError;
+  }
+  Diagnostic why;
+  if (!site.verticals.Remove(index, &why) || !site.saveInfo(&why)) {
+    context.err << why.toString() << '\n';
+    return kExitDataError;
+  }
+  return kExitOk;
+}
+
+int verticalEval(Context& context) {
+  if (context.args.size() < 2) {
+    context.err << "koru: usage: koru vertical eval SITE_n VERT_m [--set NAME=VALUE]... [--table]\n";
+    return kExitUsage;
+  }
+  const std::string siteFolder = context.args[0], verticalFolder = context.args[1];
+  std::vector<std::string> options(context.args.begin() + 2, context.args.end());
+  EvalOutputOptions output;
+  if (!parseEvalOptions(options, output, context.err)) return kExitUsage;
+  cls_SITE site;
+  if (!openSite(context, siteFolder, site)) return kExitDataError;
+  const int index = verticalIndex(site, verticalFolder);
+  if (index == 0) {
+    context.err << "koru: " << siteFolder << " has no vertical " << verticalFolder << '\n';
+    return kExitDataError;
+  }
+  cls_VERTICAL* vertical = site.verticals.activate(index, output.options);
+  reportProblems(vertical->problems(), context.err);
+  if (!vertical->dmt || vertical->dmt->N() == 0) {
+    context.err << "koru: " << siteFolder << "/" << verticalFolder << " has no DMT readings\n";
+    return kExitDataError;
+  }
+  writeEvaluation(*vertical->dmt, output, context);
+  return vertical->problems().empty() ? kExitOk : kExitDataError;
+}
+
+int dispatch(Context& context, const char* group,
+             std::initializer_list<std::pair<const char*, int (*)(Context&)>> commands) {
+  if (context.args.empty()) {
+    context.err << "koru: " << group << " needs a subcommand\n";
+    return kExitUsage;
+  }
+  const std::string sub = context.args.front();
+  context.args.erase(context.args.begin());
+  for (const auto& [name, run] : commands)
+    if (sub == name) return run(context);
+  context.err << "koru: unknown " << group << " subcommand '" << sub << "'\n";
+  return kExitUsage;
+}
+
+}  // namespace
+
+int runSiteCommand(Context& context) {
+  return dispatch(context, "site", {{"list", siteList}, {"create", siteCreate}});
+}
+
+int runVerticalCommand(Context& context) {
+  return dispatch(context, "vertical",
+                  {{"create", verticalCreate},
+                   {"list", verticalList},
+                   {"show", verticalShow},
+                   {"reorder", verticalReorder},
+                   {"remove", verticalRemove},
+                   {"eval", verticalEval}});
+}
+
+}  // namespace koru::cli
