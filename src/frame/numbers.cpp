@@ -13,18 +13,41 @@ double roundHalfEven(double x) {
   return std::nearbyint(x);  // default rounding mode: to nearest, ties to even
 }
 
-double roundTo(double x, int decimals) {
-  if (!std::isfinite(x)) return x;
+namespace {
+
+// Rounding on the binary value agrees with rounding on the shortest decimal form unless the
+// value lies next to a rounding boundary, so only those few values take the slow decimal path.
+// `relativeSlack` covers the distance between a value and its shortest decimal form.
+std::optional<double> roundAwayFromBoundary(double x, int decimals, double relativeSlack) {
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  if (decimals < 0 || decimals > 15) return std::nullopt;
+  const double scale = kPowers[decimals];
+  const double scaled = x * scale;
+  if (!(std::fabs(scaled) < 4.0e15)) return std::nullopt;
+  const double distanceToHalf = std::fabs(std::fabs(scaled - std::floor(scaled)) - 0.5);
+  if (distanceToHalf <= relativeSlack * std::fabs(scaled) + 1e-9) return std::nullopt;
+  return std::nearbyint(scaled) / scale;
+}
+
+template <typename T>
+double roundOnDigits(T x, int decimals) {
   auto d = DecimalDigits::of(x);
   d.roundToDecimals(decimals, DecimalDigits::Tie::ToEven);
   return d.toDouble();
 }
 
+}  // namespace
+
+double roundTo(double x, int decimals) {
+  if (!std::isfinite(x)) return x;
+  if (auto fast = roundAwayFromBoundary(x, decimals, 1e-14)) return *fast;
+  return roundOnDigits(x, decimals);
+}
+
 double roundTo(float x, int decimals) {
   if (!std::isfinite(x)) return x;
-  auto d = DecimalDigits::of(x);
-  d.roundToDecimals(decimals, DecimalDigits::Tie::ToEven);
-  return d.toDouble();
+  if (auto fast = roundAwayFromBoundary(x, decimals, 1e-6)) return *fast;
+  return roundOnDigits(x, decimals);
 }
 
 std::optional<int16_t> toInt16(double x) {

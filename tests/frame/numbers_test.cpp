@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "frame/bytes.h"
+#include "frame/decimal_digits.h"
 #include "frame/numbers.h"
 #include "frame/pressure.h"
 
@@ -102,6 +103,32 @@ TEST(Pressure, DisplayUnitsAndEmptyZero) {
   EXPECT_EQ(pressureUnitLabel(0), "bar");
   EXPECT_EQ(pressureUnitLabel(1), "kPa");
   EXPECT_EQ(pressureFactor(2), 0.0f);
+}
+
+}  // namespace
+}  // namespace koru
+
+namespace koru {
+namespace {
+
+template <typename T>
+double roundedOnDigits(T x, int decimals) {
+  auto d = DecimalDigits::of(x);
+  d.roundToDecimals(decimals, DecimalDigits::Tie::ToEven);
+  return d.toDouble();
+}
+
+// Most values take a quick binary path; it must agree with rounding on the decimal digits,
+// including the values next to a boundary (steps of 0.0005 and 0.00125 hit halves often).
+TEST(Rounding, QuickPathAgreesWithRoundingOnTheDigits) {
+  for (int i = -40000; i <= 40000; ++i) {
+    const float f = static_cast<float>(i) * 0.0005f;
+    const double d = static_cast<double>(i) * 0.00125;
+    for (int decimals = 0; decimals <= 4; ++decimals) {
+      ASSERT_EQ(roundTo(f, decimals), roundedOnDigits(f, decimals)) << f << " " << decimals;
+      ASSERT_EQ(roundTo(d, decimals), roundedOnDigits(d, decimals)) << d << " " << decimals;
+    }
+  }
 }
 
 }  // namespace
