@@ -1,0 +1,364 @@
+// The .dis file of a dissipation test, and the other text forms of the record.
+//
+//   DISSIP2002
+//   FIRM = "Studio Rossi"            (texts in double quotes; the line only when not blank)
+//   ZD = 12.3                        (numbers in their shortest form, "." as decimal point)
+//   ...
+//   STARTDATE = 2008/3/5             (start date and time without quotes)
+//   STARTTIME = 10:20:30
+//   T =  0.25, A =   540            (one line per reading: "0.00" and an integer, width 6)
+//
+// The reader takes comma-separated fields, not lines, so keys may come in any order and a
+// header text that holds a comma loses what follows it. Keeping that limitation keeps the files
+// readable by every program that has ever read them.
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cmath>
+#include <exception>
+
+#include "dissipation/cls_DissTEST.h"
+#include "frame/files.h"
+#include "frame/input_fields.h"
+#include "frame/numbers.h"
+#include "frame/text_codec.h"
+
+namespace koru {
+
+namespace {
+
+const std::string kCrLf = "\r\n";
+
+std::string_view trimBlanks(std::string_view s) {
+  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+  return s;
+}
+
+bool isBlankText(std::string_view s) { return trimBlanks(s).empty(); }
+
+std::string upper(std::string_view s) {
+  std::string out(s);
+  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return out;
+}
+
+std::string padLeft(std::string text, size_t width) {
+  if (text.size() < width) text.insert(0, width - text.size(), ' ');
+  return text;
+}
+
+// The shortest form of a stored number.
+std::string shortest(float value) { return formatNumber(value, ""); }
+
+// A header text as the file holds it: a double quote would end the value early and a line break
+// would split the line, so they become a single quote and a blank.
+std::string quotedText(std::string_view text) {
+  std::string clean(text);
+  for (char& c : clean) {
+    if (c == '"') c = '\'';
+    if (c == '\r' || c == '\n') c = ' ';
+  }
+  return "\"" + clean + "\"";
+}
+
+// A start date or time, which stands without quotes: a line break would split the line, and the
+// reader drops blanks around an unquoted value, so the file never holds them.
+std::string bare(std::string_view text) {
+  std::string clean(trimBlanks(text));
+  for (char& c : clean)
+    if (c == '\r' || c == '\n') c = ' ';
+  return clean;
+}
+
+// Field text as it may appear in a message: not endless.
+std::string quoteForMessage(std::string_view raw) {
+  constexpr size_t kLongest = 40;
+  std::string text(raw.substr(0, kLongest));
+  if (raw.size() > kLongest) text += "...";
+  return "'" + text + "'";
+}
+
+// An A value: the number, cut towards zero to a 16-bit integer.
+std::optional<int16_t> truncatedA(std::string_view value) {
+  const double a = std::trunc(static_cast<double>(parseSingle(value)));
+  if (a < -32768.0 || a > 32767.0) return std::nullopt;
+  return static_cast<int16_t>(a);
+}
+
+const std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                             "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+}  // namespace
+
+// The name is the text before the first "=", trimmed. After the "=" and its blanks, a double
+// quote opens a value that runs to the next double quote (or the end); otherwise the value is
+// the rest of the field. The scan then goes on after the value, so a second pair in the same
+// field replaces the first. A field without "=" gives an empty name and value.
+DissItem cls_DissTEST::parseItem(std::string_view field) {
+  DissItem item;
+  size_t pos = 0;
+  while (pos < field.size()) {
+    const size_t eq = field.find('=', pos);
+    if (eq == std::string_view::npos) break;
+    item.name = std::string(trimBlanks(field.substr(pos, eq - pos)));
+    size_t p = eq + 1;
+    while (p < field.size() && (field[p] == ' ' || field[p] == '\t')) ++p;
+    if (p < field.size() && field[p] == '"') {
+      size_t close = field.find('"', p + 1);
+      if (close == std::string_view::npos) close = field.size();
+      item.value = std::string(field.substr(p + 1, close - p - 1));
+      pos = close < field.size() ? close + 1 : close;
+    } else {
+      item.value = std::string(field.substr(p));
+      pos = field.size();
+    }
+  }
+  return item;
+}
+
+bool cls_DissTEST::setField(std::string_view name, std::string_view value) {
+  const std::string key = upper(name);
+  if (key == "FIRM") {
+    Firm = value;
+  } else if (key == "CUSTOMER") {
+    Customer = value;
+  } else if (key == "JOB") {
+    Job = value;
+  } else if (key == "SITE") {
+    Site = value;
+  } else if (key == "REMARK") {
+    Remark = value;
+  } else if (key == "DATE") {
+    Data = value;
+  } else if (key == "TESTNAME") {
+    TstName = value;
+  } else if (key == "ZD") {
+    setZd(parseSingle(value));
+  } else if (key == "ZM") {
+    Zm = parseSingle(value);
+  } else if (key == "DELTAA" || key == "DELTAB") {
+    auto delta = toInt16(parseSingle(value));
+    if (!delta) return false;
+    (key == "DELTAA" ? DeltaA : DeltaB) = *delta;
+  } else if (key == "BFINAL") {
+    BFinal = parseSingle(value);
+  } else if (key == "U0") {
+    U0 = parseSingle(value);
+    isUoSpecified = true;
+  } else if (key == "ID") {
+    Id = parseSingle(value);
+  } else if (key == "OCR") {
+    OCR = parseSingle(value);
+  } else if (key == "MH") {
+    Mh = parseSingle(value);
+  } else if (key == "STARTDATE") {
+    startDate = value;
+  } else if (key == "STARTTIME") {
+    startTime = value;
+  }
+  return true;
+}
+
+std::string cls_DissTEST::strDisFile() const {
+  std::string out(kMarker);
+  out += kCrLf;
+  const std::pair<const char*, const std::string*> texts[] = {
+      {"FIRM = ", &Firm}, {"CUSTOMER = ", &Customer}, {"JOB = ", &Job},         {"SITE = ", &Site},
+      {"REMARK = ", &Remark}, {"DATE = ", &Data},     {"TESTNAME = ", &TstName}};
+  for (const auto& [key, text] : texts)
+    if (!isBlankText(*text)) out += key + quotedText(*text) + kCrLf;
+  if (Zd_ > 0) out += "ZD = " + shortest(Zd_) + kCrLf;
+  if (Zm > 0) out += "ZM = " + shortest(Zm) + kCrLf;
+  if (DeltaA > 0) out += "DELTAA = " + std::to_string(DeltaA) + kCrLf;
+  if (DeltaB > 0) out += "DELTAB = " + std::to_string(DeltaB) + kCrLf;
+  // Written in the shortest form with a point rather than the machine's own number form: the
+  // reader takes both, and a decimal comma would split the field.
+  if (BFinal > 0) out += "BFINAL = " + shortest(BFinal) + kCrLf;
+  if (isUoSpecified) out += "U0 = " + shortest(U0) + kCrLf;
+  if (Id > 0) out += "ID = " + shortest(Id) + kCrLf;
+  if (OCR > 0) out += "OCR = " + shortest(OCR) + kCrLf;
+  if (Mh > 0) out += "MH = " + shortest(Mh) + kCrLf;
+  if (!isBlankText(startDate)) out += "STARTDATE = " + bare(startDate) + kCrLf;
+  if (!isBlankText(startTime)) out += "STARTTIME = " + bare(startTime) + kCrLf;
+  const size_t n = std::min({static_cast<size_t>(std::max<int>(N_, 0)), vT_.size(), vA_.size()});
+  for (size_t i = 0; i < n; ++i)
+    out += "T =" + padLeft(formatNumber(vT_[i], "0.00"), 6) + ", A =" + padLeft(std::to_string(vA_[i]), 6) + kCrLf;
+  return out;
+}
+
+bool cls_DissTEST::saveFile(Diagnostic* why) const {
+  if (filename.empty()) {
+    if (why) *why = {filename, 0, "the test has no file name (no depth given)"};
+    return false;
+  }
+  try {
+    return writeFileAtomically(filename, utf8ToCp1252(strDisFile()), why);
+  } catch (const std::exception& e) {
+    if (why) *why = {filename, 0, std::string("cannot write: ") + e.what()};
+  } catch (...) {
+    if (why) *why = {filename, 0, "cannot write"};
+  }
+  return false;
+}
+
+DissLoadStatus cls_DissTEST::parseFile(Diagnostic* why) {
+  Diagnostic local;
+  Diagnostic& d = why ? *why : local;
+  d = Diagnostic{filename, 0, ""};
+  try {
+    auto bytes = readFileBytes(filename, &d);
+    if (!bytes) return DissLoadStatus::ReadFailed;
+    const std::string text = cp1252ToUtf8(*bytes);
+    InputFields in(text);
+    auto first = in.next();
+    if (!first || first->text != kMarker) {
+      d.line = first ? first->line : 0;
+      d.reason = "File not valid";
+      return DissLoadStatus::NotValid;
+    }
+
+    // The file is read into a fresh record, which replaces this one at the end, so a key the
+    // file leaves out reads as empty or zero, exactly as the writer left it out.
+    cls_DissTEST t;
+    t.folder = folder.empty() ? filename.parent_path() : folder;
+    t.filename = filename;
+    int lastStored = -1;
+    auto finish = [&](DissLoadStatus status) {
+      // The growing store is cut to what was stored, also when nothing was: the arrays then hold
+      // exactly N readings again.
+      if (lastStored >= 0 || !t.vT_.empty()) t.setFinalSize(lastStored);
+      *this = std::move(t);
+      return status;
+    };
+    auto fail = [&](int line, std::string reason) {
+      d.file = filename;
+      d.line = line;
+      d.reason = std::move(reason);
+      return finish(DissLoadStatus::ReadFailed);
+    };
+
+    // Header pairs up to the first "T" field.
+    std::optional<InputFields::Field> field;
+    DissItem item;
+    bool hasReadings = false;
+    while ((field = in.next())) {
+      item = parseItem(field->text);
+      if (item.name == "T") {
+        hasReadings = true;
+        break;
+      }
+      if (!t.setField(item.name, item.value))
+        return fail(field->line, item.name + " " + quoteForMessage(item.value) + " is out of range");
+    }
+    if (!hasReadings) return finish(DissLoadStatus::Ok);
+
+    // Readings: a T field and an A field each; only the values count, not the names.
+    t.sizeVectors();
+    int index = 0;
+    for (;;) {
+      const int tLine = field->line;
+      const float time = parseSingle(item.value);
+      auto aField = in.next();
+      if (!aField) return fail(tLine, "reading " + std::to_string(index + 1) + ": the A value is missing");
+      auto a = truncatedA(parseItem(aField->text).value);
+      if (!a)
+        return fail(aField->line, "reading " + std::to_string(index + 1) + ": A " +
+                                      quoteForMessage(parseItem(aField->text).value) + " is out of range");
+      if (index >= kMaxReadings)
+        return fail(tLine, "too many readings: a test holds at most " + std::to_string(kMaxReadings));
+      if (!t.storeTAReadings(time, *a, index))
+        return fail(tLine, "reading " + std::to_string(index + 1) +
+                               " cannot be stored: the reading in the last slot (" + std::to_string(t.vT_.size()) +
+                               ") has a zero time or A, so the store did not grow");
+      lastStored = index;
+      if (in.atEnd()) break;
+      t.sizeVectors();
+      field = in.next();
+      if (!field) break;
+      item = parseItem(field->text);
+      ++index;
+    }
+    return finish(DissLoadStatus::Ok);
+  } catch (const std::exception& e) {
+    d.reason = std::string("cannot be read: ") + e.what();
+  } catch (...) {
+    d.reason = "cannot be read";
+  }
+  return DissLoadStatus::ReadFailed;
+}
+
+std::string cls_DissTEST::strTabularData() const {
+  std::string out;
+  const std::pair<const char*, const std::string*> texts[] = {
+      {"FIRM = ", &Firm}, {"CUSTOMER = ", &Customer}, {"JOB = ", &Job},         {"SITE = ", &Site},
+      {"REMARK = ", &Remark}, {"DATE = ", &Data},     {"TESTNAME = ", &TstName}};
+  for (const auto& [key, text] : texts)
+    if (!isBlankText(*text)) out += key + *text + kCrLf;
+  if (Zd_ > 0) out += "ZD = " + shortest(Zd_) + " m" + kCrLf;
+  if (Zm > 0) out += "ZM = " + shortest(Zm) + " kPa" + kCrLf;
+  if (DeltaA > 0) out += "DELTAA = " + std::to_string(DeltaA) + " kPa" + kCrLf;
+  if (DeltaB > 0) out += "DELTAB = " + std::to_string(DeltaB) + " kPa" + kCrLf;
+  if (BFinal > 0) out += "BFINAL = " + shortest(BFinal) + " kPa" + kCrLf;
+  if (isUoSpecified) out += "U0 = " + shortest(U0) + " kPa" + kCrLf;
+  if (Id > 0) out += "ID = " + shortest(Id) + kCrLf;
+  if (OCR > 0) out += "OCR = " + shortest(OCR) + kCrLf;
+  if (Mh > 0) out += "Mh = " + shortest(Mh) + " MPa" + kCrLf;
+  const size_t n = std::min({static_cast<size_t>(std::max<int>(N_, 0)), vT_.size(), vA_.size()});
+  for (size_t i = 0; i < n; ++i)
+    out += "T =" + padLeft(formatNumber(vT_[i], "0.00"), 6) + " min, A =" + padLeft(std::to_string(vA_[i]), 6) + kCrLf;
+  return out;
+}
+
+std::string cls_DissTEST::reportHeader() const {
+  std::string out;
+  const std::pair<const char*, const std::string*> texts[] = {
+      {"FIRM = ", &Firm}, {"CUSTOMER = ", &Customer}, {"JOB = ", &Job},         {"SITE = ", &Site},
+      {"REMARK = ", &Remark}, {"DATE = ", &Data},     {"TESTNAME = ", &TstName}};
+  for (const auto& [key, text] : texts)
+    if (!isBlankText(*text)) out += key + *text + kCrLf;
+  if (auto start = tempoInizioProva()) {
+    using namespace std::chrono;
+    const local_days dayPart = floor<days>(*start);
+    const year_month_day day{dayPart};
+    out += "START DATE = " + std::to_string(static_cast<unsigned>(day.day())) + " " +
+           kMonths[static_cast<unsigned>(day.month()) - 1] + " " + std::to_string(static_cast<int>(day.year())) + kCrLf;
+    out += "START TIME = " + startTime + kCrLf;
+  } else if (existsTempoInizioProva()) {
+    // A start that does not read as a date and a time is shown as it was typed.
+    out += "START DATE = " + startDate + kCrLf;
+    out += "START TIME = " + startTime + kCrLf;
+  }
+  if (Zd_ > 0) out += "ZD = " + shortest(Zd_) + " m" + kCrLf;
+  if (Zm > 0) out += "ZM = " + shortest(Zm) + " kPa" + kCrLf;
+  if (DeltaA > 0) out += "DELTAA = " + std::to_string(DeltaA) + " kPa" + kCrLf;
+  if (DeltaB > 0) out += "DELTAB = " + std::to_string(DeltaB) + " kPa" + kCrLf;
+  if (BFinal > 0) out += "BFINAL = " + shortest(BFinal) + " kPa" + kCrLf;
+  if (isUoSpecified) out += "U0 = " + shortest(U0) + " kPa" + kCrLf;
+  if (Id > 0) out += "ID = " + shortest(Id) + kCrLf;
+  if (OCR > 0) out += "OCR = " + shortest(OCR) + kCrLf;
+  if (Mh > 0) out += "Mh = " + shortest(Mh) + " MPa" + kCrLf;
+  return out;
+}
+
+std::string cls_DissTEST::reportData() const {
+  std::string out;
+  const size_t n = std::min({static_cast<size_t>(std::max<int>(N_, 0)), vT_.size(), vA_.size()});
+  for (size_t i = 0; i < n; ++i)
+    out += "T =" + padLeft(formatNumber(vT_[i], "0.000"), 9) + " min, A =" + padLeft(std::to_string(vA_[i]), 6) +
+           " kPa" + kCrLf;
+  return out;
+}
+
+std::string cls_DissTEST::reportResults() const {
+  std::string out;
+  out += "TFlex = " + formatNumber(FlexT, "0.00") + " min" + kCrLf;
+  out += "Ch,OC = " + strCh() + " cm^2 / sec" + kCrLf;
+  // Kh follows Mh on its line: it is Ch over Mh, and means nothing without it.
+  out += " Mh = " + shortest(Mh) + " MPa  " + "Kh = " + strKh() + " cm / sec" + kCrLf;
+  out += "Po,final = " + formatNumber(Po(), "0.0") + " kPa" + kCrLf;
+  return out;
+}
+
+}  // namespace koru
