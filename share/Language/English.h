@@ -154,6 +154,7 @@ The usual limit is 1.2: values up to 1.8 extend the clay correlations to silty s
 The user is responsible for checking the readings and their interpretation."
 2704 "Version"
 2705 "KORU Desk. All rights reserved."
+2801 "The test name 'XXX' cannot be used as a file name. Name of the UNI file:"
 
 // ---- Word report ------------------------------------------------------------------
 3406 "Seismic Dilatometer Test"

@@ -153,6 +153,7 @@ La limite habituelle est 1.2 : des valeurs jusqu'à 1.8 étendent les corrélations
 L'utilisateur est responsable de la vérification des lectures et de leur interprétation."
 2704 "Version"
 2705 "KORU Desk. Tous droits réservés."
+2801 "Le nom d'essai 'XXX' ne peut pas servir de nom de fichier. Nom du fichier UNI :"
 
 // ---- Rapport Word -----------------------------------------------------------
 3406 "Essai au dilatomètre sismique"

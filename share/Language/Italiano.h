@@ -153,6 +153,7 @@ Il limite consueto è 1.2: valori fino a 1.8 estendono le correlazioni delle argi
 L'utente è responsabile della verifica delle letture e della loro interpretazione."
 2704 "Versione"
 2705 "KORU Desk. Tutti i diritti riservati."
+2801 "Il nome della prova 'XXX' non può essere usato come nome di file. Nome del file UNI:"
 
 // ---- Relazione Word ---------------------------------------------------------
 3406 "Prova con dilatometro sismico"

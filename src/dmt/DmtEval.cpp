@@ -11,6 +11,7 @@
 #include <stdexcept>
 
 #include "dmt/SoilChart.h"
+#include "dmt/Thrust.h"
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
 #include "dmt/cls_U.h"
@@ -166,9 +167,19 @@ bool cls_DmtTEST::evalDMT(const cls_GAMMA& gammaProfile, const cls_U& uProfile, 
         }
       }
 
-      // The axisymmetric friction angle from the row's thrust. It is solved by the thrust
-      // extension, which does not exist yet, so it stays 0 and the thrust formulas give 0.
-      const double thrustPhi = 0;
+      // The thrust step: the axisymmetric friction angle that balances the row's thrust (0 where
+      // none does, or the row has no thrust). Solving it takes a search, so it runs at most once
+      // a row and only where Phi, Ko or OCR ask for it.
+      double thrustAngle = 0;
+      bool thrustSolved = false;
+      const auto thrustPhi = [&]() -> double {
+        if (!thrustSolved) {
+          thrustAngle = solveThrustPhi(z, valueOrZero(vTH, i), sigmaEff / 100.0, kd, id, uo / 100.0, po / 100.0,
+                                       rodData);
+          thrustSolved = true;
+        }
+        return thrustAngle;
+      };
 
       // 11. OCR, constrained modulus, undrained strength or friction angle.
       if (code == 100) {
@@ -208,19 +219,20 @@ bool cls_DmtTEST::evalDMT(const cls_GAMMA& gammaProfile, const cls_U& uProfile, 
               phi = single(28.0 + 14.6 * l - 2.1 * l * l);
             }
           } else if (o.intPhiMethod == 1) {
-            phi = single(thrustPhiPlane(sigmaEff / 100.0, thrustPhi));
+            phi = single(thrustPhiPlane(sigmaEff / 100.0, thrustPhi()));
           }
         }
 
-        if (o.blnK0Thrust && id >= o.sngK0ThrustIdMin) ko = single(thrustK0(id, kd, thrustPhi));
+        if (o.blnK0Thrust && id >= o.sngK0ThrustIdMin) ko = single(thrustK0(id, kd, thrustPhi()));
       }
 
       // 12. OCR of sands from Ko and the thrust angle.
       if (o.intOCRThrust == 1 && o.intPhiMethod == 1) {
         if (id >= 1.2f) {
           ocr = 0;
-          if (thrustPhi > 5 && thrustPhi <= 65 && ko > 0) {
-            const double f = thrustPhi <= 32 ? thrustPhi : thrustPhi - (thrustPhi - 32) / 3;
+          const double angle = thrustPhi();
+          if (angle > 5 && angle <= 65 && ko > 0) {
+            const double f = angle <= 32 ? angle : angle - (angle - 32) / 3;
             const double s = std::sin(f * 3.1416 / 180.0);
             ocr = single(power(ko / (1.0 - s), 1.25 / s));
           }

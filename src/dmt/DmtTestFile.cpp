@@ -392,7 +392,9 @@ int16_t cls_DmtTEST::loadFile(Diagnostic* why) {
     }
     if (!complete) return 0;
 
-    // The thrust file of the vertical is looked for and loaded here.
+    // The thrust file beside the .dat file, if there is one. A thrust file that can't be read in
+    // full makes the load incomplete, and `why` then names the thrust file.
+    if (!loadThrust(nullptr, &d)) return 0;
     return -1;
   } catch (const std::exception& e) {
     d.reason = std::string("cannot be read: ") + e.what();
@@ -414,7 +416,7 @@ int16_t cls_DmtTEST::saveFile(Diagnostic* why) {
     std::string text;
     if (!buildFileText(*this, text, &d)) return 0;
     if (!writeFileAtomically(strDatPath_, text, &d)) return 0;
-    // The thrust file is written here when blnHasThrust is set.
+    if (blnHasThrust && !saveThrust(&d)) return 0;
     return -1;
   } catch (const std::exception& e) {
     d.reason = std::string("cannot be written: ") + e.what();

@@ -63,22 +63,6 @@ int soilChartStringId(int code) {
   return 0;
 }
 
-double thrustPhiPlane(double sigmaBar, double phi) {
-  if (!(phi > 0)) return 0.0;
-  const double rad = phi * kPi / 180.0;
-  const double plane = std::atan(std::tan(rad) - 0.046 + 0.105 * log10Guarded((1.0 + std::sin(rad)) * sigmaBar));
-  return plane * 180.0 / kPi;
-}
-
-double thrustK0(float id, double kd, double phi) {
-  if (!(id >= 1.2f && phi > 0)) return 0.0;
-  const double f = phi <= 32 ? phi : phi - (phi - 32) / 3;
-  const double s = 1.0 - std::sin(f * kPi / 180.0);
-  const double denominator = 717.0 * s - 192.0;
-  if (denominator == 0) return 0.0;
-  return ((86.0 * kd - 152.0) * s + 717.0 * s * s - (23.0 * kd + 40.0)) / denominator;
-}
-
 int cls_DmtTEST::getDescrGammaStringId(int soilCode) { return soilChartStringId(soilCode); }
 
 int cls_DmtTEST::getDescrSoilRealStringId(int row) const {

@@ -12,6 +12,7 @@
 
 #include "dmt/CalibrationFigures.h"
 #include "dmt/DMTOptions.h"
+#include "dmt/Thrust.h"
 #include "frame/diagnostic.h"
 
 namespace koru {
@@ -30,7 +31,7 @@ class cls_DmtTEST {
   float sngZabs = 0;   // m, elevation of the test's top
   bool blnHasC = false;
   bool blnZEditable = false;  // depths are not on a regular step
-  bool blnHasThrust = false;
+  bool blnHasThrust = false;  // thrust data belong to the test (Thrust.dat beside the .dat file)
   float sngMinEd = 0, sngMinEdRow = -1, sngMinId = 0, sngMinIdRow = -1;
   bool blnUdOutOfRange = false;
   std::string strFirm, strCustomer, strSite, strJob, strRemark;
@@ -65,13 +66,42 @@ class cls_DmtTEST {
 
   // --- File ---------------------------------------------------------------------------------
   // Reads getDatPath(). Gives -1 when the whole file was read; 0 on any error, with what was
-  // read so far kept in the record and `why` telling the file, the line and the problem.
+  // read so far kept in the record and `why` telling the file, the line and the problem. Then
+  // reads Thrust.dat beside it, if there is one (loadThrust, record only).
   int16_t loadFile(Diagnostic* why = nullptr);
   // Normalises the format and writes getDatPath() through a temporary file, so a failed save
-  // leaves the old file intact. -1 on success, 0 on failure.
+  // leaves the old file intact; with blnHasThrust, Thrust.dat as well. -1 on success, 0 on
+  // failure.
   int16_t saveFile(Diagnostic* why = nullptr);
   // The file's bytes as saveFile writes them (after the same normalisation).
   std::string fileText();
+
+  // --- Thrust (Thrust.dat in the folder of the .dat file) ------------------------------------
+  RodData rodData;  // the rods and blade of this test's thrust readings; see Thrust.h
+
+  // The folder of getDatPath() + "Thrust.dat"; empty while the test has no path.
+  std::filesystem::path thrustFilePath() const;
+  bool hasThrustFile() const;
+  // Makes the test one with thrust: sets blnHasThrust, puts the default rod data in and sets the
+  // thrust fields of `options`. Nothing is written until the next saveFile.
+  void addThrust(DMTOptions& options);
+  // Clears blnHasThrust, resets the thrust fields of `options` and deletes Thrust.dat if it
+  // exists. The thrusts stay in vTH; without the flag nothing reads or writes them. False (and
+  // why) if the file exists and could not be deleted.
+  bool removeThrust(DMTOptions& options, Diagnostic* why = nullptr);
+  // Reads Thrust.dat if it exists (true at once if not): as addThrust, then the rod data and one
+  // thrust per row into vTH. loadFile calls it with no options, which sets the record only; the
+  // owner of the program-wide options then applies setThrustOptions when blnHasThrust is set.
+  // False, with why, when the file can't be read or its reading ended at a bad row or at a
+  // depth that no row matches; what was read is kept.
+  bool loadThrust(DMTOptions* options = nullptr, Diagnostic* why = nullptr);
+  // Writes Thrust.dat through a temporary file (rows with a thrust above 0 only). saveFile calls
+  // it when blnHasThrust is set.
+  bool saveThrust(Diagnostic* why = nullptr) const;
+
+  // --- Exchange file ------------------------------------------------------------------------
+  // Writes the evaluated test as a DMTUNI92 file (see UniExport.h) through a temporary file.
+  bool generateUNI(const std::filesystem::path& file, Diagnostic* why = nullptr) const;
 
   void checkCeditable();  // sets blnHasC
   void checkZeditable();  // sets sngDeltaZ and blnZEditable

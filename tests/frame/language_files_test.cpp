@@ -49,7 +49,7 @@ void addRange(std::vector<int>& ids, StringRange range) {
 // Every number the program's code asks for by name.
 std::vector<int> idsAskedForByTheCode() {
   std::vector<int> ids = {
-      kStrSheetCaption5, kStrSheetCaption6, kStrSheetCaption7, kStrSheetCaption8, kStrSheetCaption9, kStrAxisDepth, kStrAxisElevation,
+      kStrUniBadTestName, kStrSheetCaption5, kStrSheetCaption6, kStrSheetCaption7, kStrSheetCaption8, kStrSheetCaption9, kStrAxisDepth, kStrAxisElevation,
       kStrIdZoneLeft, kStrIdZoneLeftShort, kStrIdZoneMiddle, kStrIdZoneMiddleShort, kStrIdZoneRight, kStrIdZoneRightShort,
       kStrUdGuideNote, kStrWaterAboveGroundSeveral, kStrSeaBed, kStrWaterHead, kStrMustBeGreater, kStrMustBeAtLeast, kStrMustBeLess,
       kStrMustBeAtMost, kStrInvalidValueTitle, kStrMustBeNumber, kStrError, kStrUnknownError, kStrSwitchBoxOffAndOn,

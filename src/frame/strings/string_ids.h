@@ -205,4 +205,7 @@ inline constexpr StringRange kStrAboutCh = {5410, 5411};
 inline constexpr StringRange kStrAboutKh = {5412, 5413};
 inline constexpr int16_t kStrDissipationTestTitle = 5428;
 
+// Exchange files: asked when a test's name cannot name its UNI file.
+inline constexpr int16_t kStrUniBadTestName = 2801;
+
 }  // namespace koru

@@ -1,0 +1,472 @@
+// The thrust extension: Thrust.dat, the thrust operations of cls_DmtTEST, and the friction
+// angle, Ko and OCR of sands from the thrust that pushed the blade.
+
+#include "dmt/Thrust.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <exception>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "dmt/cls_DmtTEST.h"
+#include "frame/files.h"
+#include "frame/numbers.h"
+#include "frame/text_codec.h"
+
+namespace koru {
+
+namespace fs = std::filesystem;
+
+void setThrustOptions(DMTOptions& options) {
+  options.intPhiMethod = 1;
+  options.sngPhiIdMin = 1.2f;
+  options.blnK0Thrust = true;
+  options.sngK0ThrustIdMin = 1.2f;
+  options.intOCRThrust = 1;
+}
+
+void resetThrustOptions(DMTOptions& options) {
+  options.intPhiMethod = 0;
+  options.sngPhiIdMin = 1.8f;
+  options.blnK0Thrust = false;
+  options.sngK0ThrustIdMin = 0.0f;
+  options.intOCRThrust = 0;
+}
+
+// --- Thrust.dat ----------------------------------------------------------------------------
+
+namespace {
+
+constexpr std::string_view kKeyRodType = "DRILLED ROD TYPE";
+constexpr std::string_view kKeyRodDiameter = "DRILLED ROD DIAMETER [CM]";
+constexpr std::string_view kKeyRodWeight = "DRILLED ROD WEIGHT [KGF/METER]";
+constexpr std::string_view kKeyReducerDiameter = "DIAMETER OF FRICTION REDUCER [CM]";
+constexpr std::string_view kKeyRatioDelPhi = "SOIL-DMT/INTERNAL FRICTION ANGLE";
+constexpr std::string_view kKeyBladeThickness = "BLADE THICKNESS [MM]";
+constexpr std::string_view kKeyBladeWidth = "BLADE WIDTH [MM]";
+constexpr std::string_view kKeyThrustUnits = "THRUST UNITS";
+
+// A row's depth matches a file depth closer than this.
+constexpr double kDepthMatch = 0.005;
+
+std::string_view trimmed(std::string_view s) {
+  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+  return s;
+}
+
+std::string upperAscii(std::string_view s) {
+  std::string out(s);
+  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return out;
+}
+
+// A text value on one line of its own: a line break inside it would end the head early.
+std::string lineText(std::string_view text) {
+  std::string clean(text);
+  std::replace(clean.begin(), clean.end(), '\r', ' ');
+  std::replace(clean.begin(), clean.end(), '\n', ' ');
+  return utf8ToCp1252(clean);
+}
+
+// Lines of the text; CR LF, LF and a lone CR all end a line.
+std::vector<std::string_view> splitLines(std::string_view text) {
+  std::vector<std::string_view> lines;
+  size_t start = 0;
+  while (start < text.size()) {
+    const size_t end = text.find_first_of("\r\n", start);
+    if (end == std::string_view::npos) {
+      lines.push_back(text.substr(start));
+      break;
+    }
+    lines.push_back(text.substr(start, end - start));
+    start = end + 1;
+    if (text[end] == '\r' && start < text.size() && text[start] == '\n') ++start;
+  }
+  return lines;
+}
+
+void setRodField(RodData& rod, const std::string& key, std::string_view value) {
+  if (key == kKeyRodType) rod.strRodType = cp1252ToUtf8(value);
+  else if (key == kKeyRodDiameter) rod.sngRodDiameter = parseSingle(value);
+  else if (key == kKeyRodWeight) rod.sngRodWeight = parseSingle(value);
+  else if (key == kKeyReducerDiameter) rod.sngReducerDiameter = parseSingle(value);
+  else if (key == kKeyRatioDelPhi) rod.sngRatioDelPhi = parseSingle(value);
+  else if (key == kKeyBladeThickness) rod.sngBladeThickness = parseSingle(value);
+  else if (key == kKeyBladeWidth) rod.sngBladeWidth = parseSingle(value);
+  else if (key == kKeyThrustUnits) rod.strThrustUnits = cp1252ToUtf8(value);
+}
+
+// The number after the first "=" of one part of a row line ("Z = 1.20" or " TH = 850").
+std::optional<float> partValue(std::string_view part) {
+  const size_t eq = part.find('=');
+  if (eq == std::string_view::npos) return std::nullopt;
+  auto value = tryParseSingle(trimmed(part.substr(eq + 1)));
+  if (!value || !std::isfinite(*value)) return std::nullopt;
+  return value;
+}
+
+std::string forMessage(std::string_view line) {
+  constexpr size_t kLongest = 40;
+  std::string text = cp1252ToUtf8(line.substr(0, kLongest));
+  if (line.size() > kLongest) text += "...";
+  return "'" + text + "'";
+}
+
+}  // namespace
+
+std::string thrustFileText(const RodData& rod, const std::vector<float>& depths, const std::vector<float>& thrusts) {
+  const std::string crlf = "\r\n";
+  std::string out;
+  const auto line = [&](std::string_view key, const std::string& value) {
+    out += key;
+    out += " = ";
+    out += value;
+    out += crlf;
+  };
+  line(kKeyRodType, lineText(rod.strRodType));
+  line(kKeyRodDiameter, formatNumber(rod.sngRodDiameter, "0.0#"));
+  line(kKeyRodWeight, formatNumber(rod.sngRodWeight, "0.0#"));
+  line(kKeyReducerDiameter, formatNumber(rod.sngReducerDiameter, "0.0#"));
+  line(kKeyRatioDelPhi, formatNumber(rod.sngRatioDelPhi, "0.00#"));
+  line(kKeyBladeThickness, formatNumber(rod.sngBladeThickness, "0.0#"));
+  line(kKeyBladeWidth, formatNumber(rod.sngBladeWidth, "0.#"));
+  line(kKeyThrustUnits, lineText(rod.strThrustUnits));
+  out += crlf;
+  const size_t n = std::min(depths.size(), thrusts.size());
+  for (size_t i = 0; i < n; ++i) {
+    if (!(thrusts[i] > 0)) continue;
+    // A thrust under half a unit would be written as 0, which the reader takes as the end of
+    // the rows: it is left out like a thrust of 0, so that the rows after it survive.
+    const std::string thrust = formatNumber(thrusts[i], "0");
+    if (thrust == "0") continue;
+    out += "Z = " + formatNumber(depths[i], "0.00") + ", TH = " + thrust + crlf;
+  }
+  return out;
+}
+
+bool readThrustText(std::string_view bytes, const std::vector<float>& depths, RodData& rod,
+                    std::vector<float>& thrusts, Diagnostic& why) {
+  const std::vector<std::string_view> lines = splitLines(bytes);
+  const size_t n = depths.size();
+  thrusts.assign(n, 0.0f);
+
+  // The head: "KEY = value" lines up to the first line without "=".
+  size_t at = 0;
+  for (; at < lines.size(); ++at) {
+    const std::string_view text = lines[at];
+    const size_t eq = text.find('=');
+    if (eq == std::string_view::npos) {
+      ++at;
+      break;
+    }
+    setRodField(rod, upperAscii(trimmed(text.substr(0, eq))), trimmed(text.substr(eq + 1)));
+  }
+
+  // The rows. The pointer stays where the last match left it, one row on, so a file in the
+  // order of the rows is read in one pass.
+  size_t pointer = 0;
+  for (; at < lines.size(); ++at) {
+    const std::string_view text = lines[at];
+    if (trimmed(text).empty()) continue;
+    const int lineNumber = static_cast<int>(at) + 1;
+    const size_t comma = text.find(',');
+    std::optional<float> z, thrust;
+    if (comma != std::string_view::npos) {
+      z = partValue(text.substr(0, comma));
+      const std::string_view rest = text.substr(comma + 1);
+      thrust = partValue(rest.substr(0, rest.find(',')));
+    }
+    if (!z || !thrust) {
+      why.line = lineNumber;
+      why.reason = "row " + forMessage(text) + " is not \"Z = depth, TH = thrust\": the rows from here on are not read";
+      return false;
+    }
+    if (!(*thrust > 0)) return true;  // a thrust of 0 marks the end of the rows
+
+    // Walk up or down to the row of this depth. Turning back means the depth lies between two
+    // rows and matches neither; walking off either end means it lies outside them.
+    bool found = false;
+    if (n > 0) {
+      long p = static_cast<long>(std::min(pointer, n - 1));
+      int direction = 0;
+      for (;;) {
+        const double gap = static_cast<double>(*z) - depths[static_cast<size_t>(p)];
+        if (std::fabs(gap) < kDepthMatch) {
+          found = true;
+          break;
+        }
+        const int step = depths[static_cast<size_t>(p)] < *z ? 1 : -1;
+        if (direction != 0 && step != direction) break;
+        direction = step;
+        p += step;
+        if (p < 0 || p >= static_cast<long>(n)) break;
+      }
+      if (found) {
+        thrusts[static_cast<size_t>(p)] = *thrust;
+        pointer = static_cast<size_t>(p) + 1;
+      }
+    }
+    if (!found) {
+      why.line = lineNumber;
+      why.reason = "depth " + formatNumber(*z, "") + " m matches no row of the test: the rows from here on are not read";
+      return false;
+    }
+  }
+  return true;
+}
+
+// --- The thrust operations of the record ----------------------------------------------------
+
+fs::path cls_DmtTEST::thrustFilePath() const {
+  if (strDatPath_.empty()) return {};
+  return strDatPath_.parent_path() / "Thrust.dat";
+}
+
+bool cls_DmtTEST::hasThrustFile() const {
+  const fs::path path = thrustFilePath();
+  return !path.empty() && fileExists(path);
+}
+
+namespace {
+
+// What adding thrust does to the record itself; the options are the caller's.
+void markThrust(cls_DmtTEST& t) {
+  t.blnHasThrust = true;
+  t.rodData = RodData::addThrustDefaults();
+  // The thrust column runs alongside the rows.
+  t.vTH.resize(t.vZ.size(), 0.0f);
+}
+
+}  // namespace
+
+void cls_DmtTEST::addThrust(DMTOptions& options) {
+  markThrust(*this);
+  setThrustOptions(options);
+}
+
+bool cls_DmtTEST::removeThrust(DMTOptions& options, Diagnostic* why) {
+  blnHasThrust = false;
+  resetThrustOptions(options);
+  const fs::path path = thrustFilePath();
+  if (path.empty()) return true;
+  std::error_code ec;
+  const fs::file_status st = fs::symlink_status(path, ec);
+  if (st.type() == fs::file_type::not_found) return true;
+  if (fs::is_directory(st) || !fs::remove(path, ec) || ec) {
+    if (why) *why = Diagnostic{path, 0, "cannot be deleted" + (ec ? ": " + ec.message() : std::string())};
+    return false;
+  }
+  return true;
+}
+
+bool cls_DmtTEST::loadThrust(DMTOptions* options, Diagnostic* why) {
+  const fs::path path = thrustFilePath();
+  if (path.empty()) return true;
+  std::error_code ec;
+  if (fs::status(path, ec).type() == fs::file_type::not_found) return true;
+  Diagnostic problem{path, 0, ""};
+  try {
+    if (options) addThrust(*options);
+    else markThrust(*this);
+    auto bytes = readFileBytes(path, &problem);
+    if (bytes && readThrustText(*bytes, vZ, rodData, vTH, problem)) return true;
+  } catch (const std::exception& e) {
+    problem = Diagnostic{path, 0, std::string("cannot be read: ") + e.what()};
+  } catch (...) {
+    problem = Diagnostic{path, 0, "cannot be read"};
+  }
+  if (why) *why = problem;
+  return false;
+}
+
+bool cls_DmtTEST::saveThrust(Diagnostic* why) const {
+  try {
+    const fs::path path = thrustFilePath();
+    if (path.empty()) {
+      if (why) *why = Diagnostic{path, 0, "no file name given"};
+      return false;
+    }
+    return writeFileAtomically(path, thrustFileText(rodData, vZ, vTH), why);
+  } catch (const std::exception& e) {
+    if (why) *why = Diagnostic{thrustFilePath(), 0, std::string("cannot be written: ") + e.what()};
+  } catch (...) {
+    if (why) *why = Diagnostic{thrustFilePath(), 0, "cannot be written"};
+  }
+  return false;
+}
+
+// --- From thrust to the friction angle -----------------------------------------------------
+//
+// The thrust read at the surface pushes the rods and the blade down; the rods' weight adds to
+// it; the water lifts the rods; the soil holds the blade by the bearing capacity of its end and
+// by friction on its two faces. The friction reducer above the blade opens a hole wider than the
+// rods, so the rods themselves rub on nothing. Balancing these for one row gives the net end
+// pressure of the blade, and the angle is the one whose bearing capacity equals it.
+//
+// Bearing capacity. The blade's end is taken as a rectangular footing, thickness B by width L,
+// at the depth of the row, in drained sand (no cohesion), after
+//   J. Brinch Hansen (1970), "A revised and extended formula for bearing capacity",
+//   Danish Geotechnical Institute, Bulletin No. 28, pp. 5-11,
+// with the factors in the form of
+//   A. S. Vesic (1973), "Analysis of ultimate loads of shallow foundations", Journal of the Soil
+//   Mechanics and Foundations Division, ASCE, Vol. 99, No. SM1, pp. 45-73:
+//   q = sigma'v Nq sq dq + 1/2 gamma' B Ngamma sgamma
+//   Nq = e^(pi tan phi) tan^2(45 deg + phi/2)      Ngamma = 2 (Nq + 1) tan phi
+//   sq = 1 + (B/L) tan phi                          sgamma = 1 - 0.4 B/L
+//   dq = 1 + 2 tan phi (1 - sin phi)^2 k,  k = D/B up to D/B = 1, arctan(D/B) (radians) beyond
+// A blade at depth has D/B in the hundreds, where k is close to pi/2 and the depth factor settles
+// near its deep limit. gamma' is the mean effective unit weight above the row, sigma'v / Z.
+//
+// The footing formula has no wedge angle and no soil-blade friction in its factors. The
+// soil-blade friction angle delta (the rods' ratio x phi) acts instead where the blade rubs the
+// soil: on its two faces, under the effective horizontal pressure Po - Uo that the membrane
+// reads there. The wedge-penetration theories build on the same Prandtl-Reissner Nq and add a
+// failure zone shaped by the wedge and by delta; the footing formula stands in for them here, so
+// an angle from this balance may differ from theirs by a degree or two.
+
+namespace {
+
+constexpr double kSectionFactor = 3.1416 / 4;  // pi / 4 for the round sections of rods and reducer
+constexpr double kKgfPerBarCm2 = 1.019;        // 1 bar on 1 cm2, in kgf
+constexpr double kWaterMetresPerBar = 10.19;   // head of water of 1 bar
+constexpr double kKgfPerCm2Metre = 0.1;        // water on 1 cm2 over 1 m of height, in kgf
+constexpr double kBladeFacesCm2 = 355.0;       // the two faces of the blade in the soil
+constexpr double kPhiLowest = 25.0, kPhiHighest = 42.0;  // degrees
+constexpr double kCoarseStep = 5.0, kFineStep = 0.5;     // degrees
+constexpr int kBisections = 16;
+
+double radians(double degrees) { return degrees * kPi / 180.0; }
+
+// Step 1: the factors of the overburden and of the soil's weight.
+struct BearingFactors {
+  double nq, ngamma;
+};
+BearingFactors bearingFactors(double phi) {
+  const double t = std::tan(phi);
+  const double passive = std::tan(0.7854 + phi / 2);
+  const double nq = std::exp(kPi * t) * passive * passive;
+  return {nq, 2 * (nq + 1) * t};
+}
+
+// Step 2: the shape of the end, B/L from 0 (a strip) to 1 (a square).
+struct ShapeFactors {
+  double sq, sgamma;
+};
+ShapeFactors shapeFactors(double phi, double bOverL) { return {1 + bOverL * std::tan(phi), 1 - 0.4 * bOverL}; }
+
+// Step 3: the depth of the end below the ground, D/B.
+double depthFactor(double phi, double dOverB) {
+  const double k = dOverB <= 1 ? dOverB : std::atan(dOverB);
+  const double s = 1 - std::sin(phi);
+  return 1 + 2 * std::tan(phi) * s * s * k;
+}
+
+struct ThrustBalance {
+  double pushKgf = 0;         // thrust + rods' weight - water's lift on the rods
+  double facesNormalKgf = 0;  // effective horizontal force on the blade's faces
+  double endAreaCm2 = 0;
+  double ratioDelPhi = 0;
+  double sigmaBar = 0, gammaBarPerMetre = 0;
+  double bMetres = 0, bOverL = 0, dOverB = 0;
+
+  double bearingBar(double phiDegrees) const {
+    const double phi = radians(phiDegrees);
+    const BearingFactors n = bearingFactors(phi);
+    const ShapeFactors s = shapeFactors(phi, bOverL);
+    return sigmaBar * n.nq * s.sq * depthFactor(phi, dOverB) + 0.5 * gammaBarPerMetre * bMetres * n.ngamma * s.sgamma;
+  }
+
+  // The net pressure the thrust leaves for the blade's end, bar.
+  double netEndBar(double phiDegrees) const {
+    const double friction = facesNormalKgf * std::tan(radians(ratioDelPhi * phiDegrees));
+    return (pushKgf - friction) / (kKgfPerBarCm2 * endAreaCm2);
+  }
+
+  // Grows with the angle: the bearing capacity rises and the faces take more of the thrust.
+  double excess(double phiDegrees) const { return bearingBar(phiDegrees) - netEndBar(phiDegrees); }
+};
+
+}  // namespace
+
+double solveThrustPhi(double z, double thrust, double sigmaBar, double /*kd*/, double /*id*/, double uoBar,
+                      double poBar, const RodData& rod) {
+  for (double v : {z, thrust, sigmaBar, uoBar, poBar})
+    if (!std::isfinite(v)) return 0.0;
+  const double thicknessCm = rod.sngBladeThickness / 10.0, widthCm = rod.sngBladeWidth / 10.0;
+  const double rodSection = kSectionFactor * rod.sngRodDiameter * rod.sngRodDiameter;
+  const double reducerSection = kSectionFactor * rod.sngReducerDiameter * rod.sngReducerDiameter;
+  if (!(z > 0) || !(thicknessCm > 0) || !(widthCm > 0) || !std::isfinite(rod.sngRodWeight) ||
+      !std::isfinite(rodSection))
+    return 0.0;
+  // The blade can't grip the soil harder than the soil grips itself: a ratio outside 0..1 is a
+  // typing error, not a soil, and gives no angle.
+  if (!(rod.sngRatioDelPhi >= 0 && rod.sngRatioDelPhi <= 1)) return 0.0;
+  // Without a reducer wider than the rods, the rods rub along the whole hole by an amount that
+  // nothing measured tells, and the thrust can't be taken down to the blade.
+  if (!(reducerSection > rodSection)) return 0.0;
+
+  ThrustBalance b;
+  const double waterHead = kWaterMetresPerBar * uoBar;
+  b.pushKgf = thrust + static_cast<double>(rod.sngRodWeight) * z - rodSection * waterHead * kKgfPerCm2Metre;
+  b.facesNormalKgf = kBladeFacesCm2 * Max(0.0, poBar - uoBar) * kKgfPerBarCm2;
+  b.endAreaCm2 = thicknessCm * widthCm;
+  b.ratioDelPhi = rod.sngRatioDelPhi;
+  b.sigmaBar = sigmaBar;
+  b.gammaBarPerMetre = sigmaBar / z;
+  const double narrow = Min(thicknessCm, widthCm) / 100.0;
+  b.bMetres = narrow;
+  b.bOverL = Min(thicknessCm, widthCm) / Max(thicknessCm, widthCm);
+  b.dOverB = z / narrow;
+
+  // The bracket: step up from 25 degrees by 5 to the first angle whose bearing capacity reaches
+  // the net pressure, then narrow it in steps of 0.5. Below 25 or beyond 42 there is no answer.
+  if (!(b.excess(kPhiLowest) <= 0)) return 0.0;
+  double low = kPhiLowest, high = kPhiLowest;
+  bool bracketed = false;
+  while (high < kPhiHighest) {
+    high = Min(low + kCoarseStep, kPhiHighest);
+    const double e = b.excess(high);
+    if (!std::isfinite(e)) return 0.0;
+    if (e >= 0) {
+      bracketed = true;
+      break;
+    }
+    low = high;
+  }
+  if (!bracketed) return 0.0;
+  const double coarseHigh = high;
+  while (low < coarseHigh) {
+    high = Min(low + kFineStep, coarseHigh);
+    if (b.excess(high) >= 0) break;
+    low = high;
+  }
+  for (int step = 0; step < kBisections; ++step) {
+    const double middle = (low + high) / 2;
+    if (b.excess(middle) >= 0) high = middle;
+    else low = middle;
+  }
+  return (low + high) / 2;
+}
+
+double thrustPhiPlane(double sigmaBar, double phi) {
+  if (!(phi > 0)) return 0.0;
+  const double rad = phi * kPi / 180.0;
+  const double plane = std::atan(std::tan(rad) - 0.046 + 0.105 * log10Guarded((1.0 + std::sin(rad)) * sigmaBar));
+  return plane * 180.0 / kPi;
+}
+
+double thrustK0(float id, double kd, double phi) {
+  if (!(id >= 1.2f && phi > 0)) return 0.0;
+  const double f = phi <= 32 ? phi : phi - (phi - 32) / 3;
+  const double s = 1.0 - std::sin(f * kPi / 180.0);
+  const double denominator = 717.0 * s - 192.0;
+  if (denominator == 0) return 0.0;
+  return ((86.0 * kd - 152.0) * s + 717.0 * s * s - (23.0 * kd + 40.0)) / denominator;
+}
+
+}  // namespace koru

@@ -1,0 +1,124 @@
+// The DMTUNI92 exchange file of an evaluated test, line by line.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "dmt/UniExport.h"
+#include "dmt/cls_DmtTEST.h"
+#include "scratch_folder.h"
+
+namespace koru {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ScratchFolder;
+
+// Two rows with their results filled in by hand, chosen to show each field's rounding: halves
+// go to the even neighbour (255.5 -> 256, 254.5 -> 254, 1.25 -> 1.2 ...).
+cls_DmtTEST smallTest(const fs::path& datPath) {
+  cls_DmtTEST t;
+  t.setDatPath(datPath);
+  t.strFirm = "Studio \"Rossi\"";
+  t.strCustomer = "Comune di Prato";
+  t.strJob = "Job 7";
+  t.strSite = "Via Roma";
+  t.strRemark = "citt\xC3\xA0";
+  t.strDate = "5 MAR 2008";
+  t.strTstname = "DMT1";
+  t.sngZw = 2.5f;
+  t.sngZabs = 101.25f;
+  t.setN(2);
+  t.vZ = {1.2f, 1.4f};
+  t.vecPo = {255.5f, 254.5f};
+  t.vecP1 = {400.2f, 399.7f};
+  t.vecGamma = {18.25f, 17.15f};
+  t.vecSigmaEff = {20.4f, 0.5f};
+  t.vecUo = {0.0f, 1.5f};
+  t.vecId = {0.345f, 1.255f};
+  t.vecKd = {-3.456f, 12.125f};
+  t.vecEd = {5.05f, 12.25f};
+  t.vecKo = {0.875f, 1.0f};
+  t.vecOCR = {2.345f, 99.9f};
+  t.vecM = {7.75f, 100.0f};
+  t.vecCu = {35.5f, 0.0f};
+  t.vecSoilType = {6, 0};
+  return t;
+}
+
+const std::string kSmallUni =
+    "DMTUNI92\r\n"
+    "\"DBSM\"\r\n"
+    "\"DMT_7.dat\"\r\n"
+    "1.2,1.4,2.5,101.25\r\n"
+    "\"Studio 'Rossi'\"\r\n"
+    "\"Comune di Prato\"\r\n"
+    "\"Job 7\"\r\n"
+    "\"Via Roma\"\r\n"
+    "\"citt\xE0\"\r\n"
+    "\"5 MAR 2008\"\r\n"
+    "\"DMT1\"\r\n"
+    "2\r\n"
+    "1.2,256,400,18.2,20,0,0.34,3.46,5,0.88,2.34,7.8,36,6\r\n"
+    "1.4,254,400,17.2,0,2,1.26,12.12,12.2,1,99.9,100,0,0\r\n";
+
+TEST(UniFile, SmallTestLineByLine) {
+  ScratchFolder dir;
+  const cls_DmtTEST t = smallTest(dir / "VERT_7" / "DMT_7.dat");
+  EXPECT_EQ(uniFileText(t), kSmallUni);
+
+  Diagnostic why;
+  ASSERT_TRUE(t.generateUNI(dir / "DMT1.uni", &why)) << why.toString();
+  EXPECT_EQ(ScratchFolder::read(dir / "DMT1.uni"), kSmallUni);
+}
+
+TEST(UniFile, KdIsPrintedAsAPositiveValue) {
+  ScratchFolder dir;
+  cls_DmtTEST t = smallTest(dir / "DMT_7.dat");
+  t.vecKd = {-0.004f, -99.9f};
+  const std::string text = uniFileText(t);
+  EXPECT_NE(text.find("\r\n1.2,256,400,18.2,20,0,0.34,0,5,"), std::string::npos) << text;
+  EXPECT_NE(text.find("\r\n1.4,254,400,17.2,0,2,1.26,99.9,12.2,"), std::string::npos) << text;
+  EXPECT_EQ(text.find("-"), std::string::npos) << text;
+}
+
+TEST(UniFile, TestNotEvaluatedWritesItsDepthsAndZeros) {
+  ScratchFolder dir;
+  cls_DmtTEST t;
+  t.setDatPath(dir / "DMT_2.dat");
+  t.setN(2);
+  t.vZ = {0.2f, 0.4f};
+  const std::string text = uniFileText(t);
+  EXPECT_NE(text.find("\r\n2\r\n0.2,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n0.4,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n"),
+            std::string::npos)
+      << text;
+}
+
+TEST(UniFile, EmptyTestWritesTheHeadAndNoRows) {
+  cls_DmtTEST t;
+  t.setDatPath("DMT_3.dat");
+  t.strDate = "1 JAN 2001";
+  EXPECT_EQ(uniFileText(t),
+            "DMTUNI92\r\n\"DBSM\"\r\n\"DMT_3.dat\"\r\n0,0,3,0\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n"
+            "\"1 JAN 2001\"\r\n\"\"\r\n0\r\n");
+}
+
+TEST(UniFile, NameOfTheDatFileIsThePartAfterTheLastBackslash) {
+  cls_DmtTEST t;
+  t.setDatPath("C:\\KORU\\SITES\\SITE_1\\VERT_2\\DMT_2.dat");
+  const std::string text = uniFileText(t);
+  EXPECT_NE(text.find("\r\n\"DMT_2.dat\"\r\n"), std::string::npos) << text;
+}
+
+TEST(UniFile, WriteToAMissingFolderFailsAndSaysWhy) {
+  ScratchFolder dir;
+  const cls_DmtTEST t = smallTest(dir / "DMT_7.dat");
+  Diagnostic why;
+  EXPECT_FALSE(t.generateUNI(dir / "no such folder" / "DMT1.uni", &why));
+  EXPECT_FALSE(why.reason.empty());
+  EXPECT_FALSE(fs::exists(dir / "no such folder"));
+}
+
+}  // namespace
+}  // namespace koru
