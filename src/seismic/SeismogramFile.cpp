@@ -1,0 +1,296 @@
+// The ".kor" file of a strike: header lines "key = value", one empty line, then one line per
+// sample with both channels:
+//
+//   Z [m] = 3.20
+//   Wave Type = Vs
+//   ...
+//   Hardware = 1 - 0
+//   <empty line>
+//   127     128.5
+//
+// Windows-1252 text, CR LF lines, "." as the decimal point. A file this program writes loads
+// and saves again to the same bytes: text fields are written trimmed and on one line, and every
+// number is written in a form that reads back to itself.
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "frame/files.h"
+#include "frame/log.h"
+#include "frame/numbers.h"
+#include "frame/text_codec.h"
+#include "seismic/cls_SEISMOGRAM.h"
+
+namespace koru {
+
+namespace {
+
+constexpr std::string_view kEol = "\r\n";
+
+// Labels of the file. Older versions wrote "Zcenter" for the depth and "Device Type" instead of
+// the firmware and hardware words; both are still read and never written.
+constexpr std::string_view kZ = "Z [m]";
+constexpr std::string_view kZcenter = "Zcenter";
+constexpr std::string_view kWaveType = "Wave Type";
+constexpr std::string_view kDistG1G2 = "DistG1G2 [m]";
+constexpr std::string_view kDistHammer = "DistHammer [m]";
+constexpr std::string_view kSampleTime = "Sample Time [us]";
+constexpr std::string_view kDelaySampleG2 = "Delay Sample G2 [us]";
+constexpr std::string_view kNSamples = "NSamples";
+constexpr std::string_view kGain = "Gain";
+constexpr std::string_view kTriggerType = "Trigger Type";
+constexpr std::string_view kLoopSamples = "Loop Samples";
+constexpr std::string_view kTriggerSensibility = "Trigger Sensibility";
+constexpr std::string_view kTriggerDelay = "Trigger Delay";
+constexpr std::string_view kDate = "Date";
+constexpr std::string_view kHour = "Hour";
+constexpr std::string_view kFirmware = "Firmware";
+constexpr std::string_view kHardware = "Hardware";
+constexpr std::string_view kNotes = "Notes";
+constexpr std::string_view kDeviceType = "Device Type";
+
+constexpr std::string_view kTriggerWords[] = {"Autotrigger", "External", "Immediate"};
+
+std::string_view trimBlanks(std::string_view s) {
+  while (!s.empty() && s.front() == ' ') s.remove_prefix(1);
+  while (!s.empty() && s.back() == ' ') s.remove_suffix(1);
+  return s;
+}
+
+// The next line of the text (CR LF, LF or CR end a line); false at the end of the text.
+bool nextLine(std::string_view text, size_t& pos, std::string_view& line) {
+  if (pos >= text.size()) return false;
+  size_t end = pos;
+  while (end < text.size() && text[end] != '\r' && text[end] != '\n') ++end;
+  line = text.substr(pos, end - pos);
+  pos = end;
+  if (pos < text.size() && text[pos] == '\r') {
+    ++pos;
+    if (pos < text.size() && text[pos] == '\n') ++pos;
+  } else if (pos < text.size() && text[pos] == '\n') {
+    ++pos;
+  }
+  return true;
+}
+
+// Text fields go on one line and lose their outer blanks, as reading would take them.
+std::string oneLine(std::string_view text) {
+  std::string out(text);
+  for (char& c : out)
+    if (c == '\r' || c == '\n') c = ' ';
+  return std::string(trimBlanks(out));
+}
+
+// A sample column: five characters, blanks on the right; a longer value stands as it is.
+std::string padded(std::string text) {
+  if (text.size() < 5) text.append(5 - text.size(), ' ');
+  return text;
+}
+
+std::string headerLine(std::string_view key, std::string_view value) {
+  std::string out(key);
+  out += " = ";
+  out += value;
+  out += kEol;
+  return out;
+}
+
+}  // namespace
+
+int16_t cls_SEISMOGRAM::loadHeaderLines(std::string_view text, size_t& pos, int& lineNo, Diagnostic* why,
+                                        const std::filesystem::path& path) {
+  auto fail = [&](std::string reason) -> int16_t {
+    logLine(reason);
+    if (why) *why = {path, lineNo, std::move(reason)};
+    return 1;
+  };
+  auto integer = [&](std::string_view value, int16_t& field) -> bool {
+    const auto v = toInt16(static_cast<double>(parseSingle(value)));
+    if (!v) return false;
+    field = *v;
+    return true;
+  };
+  auto words = [&](std::string_view value, int16_t& major, int16_t& minor) -> bool {
+    const size_t dash = value.find('-');
+    const std::string_view first = trimBlanks(value.substr(0, dash));
+    const std::string_view second =
+        dash == std::string_view::npos ? std::string_view() : trimBlanks(value.substr(dash + 1));
+    return integer(first, major) && integer(second, minor);
+  };
+
+  std::string_view line;
+  for (;;) {
+    if (!nextLine(text, pos, line)) return fail("the file ends inside its header");
+    ++lineNo;
+    const size_t eq = line.find('=');
+    if (eq == std::string_view::npos) break;  // the empty line after the header
+    const std::string_view key = trimBlanks(line.substr(0, eq));
+    const std::string_view value = trimBlanks(line.substr(eq + 1));
+
+    if (key == kZ || key == kZcenter) {
+      Z = parseSingle(value);
+    } else if (key == kWaveType) {
+      setWaveType(value);
+    } else if (key == kDistG1G2) {
+      distG1G2 = parseSingle(value);
+    } else if (key == kDistHammer) {
+      distHammer = parseSingle(value);
+    } else if (key == kSampleTime) {
+      sngTcamp = parseSingle(value);
+    } else if (key == kDelaySampleG2) {
+      delaySampleG2 = parseSingle(value);
+    } else if (key == kNSamples) {
+      // The sample count is 16-bit: a larger figure is taken as the largest one, which also
+      // bounds what a damaged file can make us allocate.
+      const double n = parseSingle(value);
+      if (n < 0) return fail("negative number of samples");
+      setIntN(static_cast<int>(std::min(roundHalfEven(n), 32767.0)));
+    } else if (key == kGain) {
+      Gain = std::max(parseSingle(value), 1.0f);
+    } else if (key == kTriggerType) {
+      for (int16_t t = 0; t < 3; ++t)
+        if (value == kTriggerWords[t]) triggerType = t;
+    } else if (key == kLoopSamples) {
+      if (!integer(value, LoopS)) return fail("loop samples out of range");
+    } else if (key == kTriggerSensibility) {
+      if (!integer(value, triggerSensibility)) return fail("trigger sensibility out of range");
+    } else if (key == kTriggerDelay) {
+      if (!integer(value, TrigDelay)) return fail("trigger delay out of range");
+    } else if (key == kDate) {
+      Data = std::string(value);
+    } else if (key == kHour) {
+      hour = std::string(value);
+    } else if (key == kNotes) {
+      notes = std::string(value);
+    } else if (key == kFirmware) {
+      if (!words(value, firmwareMajor, firmwareMinor)) return fail("firmware words out of range");
+    } else if (key == kHardware) {
+      if (!words(value, hardwareMajor, hardwareMinor)) return fail("hardware words out of range");
+    } else if (key == kDeviceType) {
+      if (!integer(value, deviceType)) return fail("device type out of range");
+      firmwareMajor = firmwareMinor = hardwareMajor = hardwareMinor = 0;
+    }
+    // Any other key (and the label "Noise", which no file holds) is passed over.
+  }
+  // Every time and rate of the elaboration divides by the sample time, and the file keeps it in
+  // whole microseconds: below 1 us it is no sample time of this probe.
+  if (!(sngTcamp >= 1)) return fail("the sample time is missing or below 1 us");
+  return 0;
+}
+
+int16_t cls_SEISMOGRAM::loadHeaderSeismogram(const std::filesystem::path& path, Diagnostic* why) {
+  const auto bytes = readFileBytes(path, why);
+  if (!bytes) return 1;
+  const std::string text = cp1252ToUtf8(*bytes);
+  size_t pos = 0;
+  int lineNo = 0;
+  return loadHeaderLines(text, pos, lineNo, why, path);
+}
+
+int16_t cls_SEISMOGRAM::loadFile(const std::filesystem::path& path, Diagnostic* why) {
+  const auto bytes = readFileBytes(path, why);
+  if (!bytes) return 1;
+  const std::string text = cp1252ToUtf8(*bytes);
+  size_t pos = 0;
+  int lineNo = 0;
+  if (loadHeaderLines(text, pos, lineNo, why, path) != 0) return 1;
+  if (intN_ <= 0) {
+    if (why) *why = {path, 0, "the file holds no samples"};
+    return 1;
+  }
+
+  resetExtremes();
+  g1r_.assign(static_cast<size_t>(intN_), 0.0f);
+  g2r_.assign(static_cast<size_t>(intN_), 0.0f);
+
+  const int32_t start = startupSamples();
+  std::string_view line;
+  int i = 0;
+  while (nextLine(text, pos, line)) {
+    ++lineNo;
+    if (trimBlanks(line).empty()) continue;
+    if (i >= intN_) {
+      if (why) *why = {path, lineNo, "more sample lines than NSamples"};
+      return 1;
+    }
+    const size_t blank = line.find(' ');
+    const std::string_view first = trimBlanks(line.substr(0, blank));
+    const std::string_view second =
+        blank == std::string_view::npos ? std::string_view() : trimBlanks(line.substr(blank));
+    const float a = parseSingle(first);
+    const float b = parseSingle(second);
+    const auto at = static_cast<size_t>(i);
+    g1r_[at] = a;
+    g2r_[at] = b;
+    sumG1r_ += static_cast<double>(a);
+    sumG2r_ += static_cast<double>(b);
+    if (i > start) {
+      if (a < minG1r_) minG1r_ = a;
+      if (a > maxG1r_) maxG1r_ = a;
+      if (b < minG2r_) minG2r_ = b;
+      if (b > maxG2r_) maxG2r_ = b;
+    }
+    ++i;
+  }
+  calcMeansAndVoltage();
+  return 0;
+}
+
+float cls_SEISMOGRAM::loadZ(const std::filesystem::path& path, Diagnostic* why) const {
+  const auto bytes = readFileBytes(path, why);
+  if (!bytes) return 0;
+  const std::string text = cp1252ToUtf8(*bytes);
+  size_t pos = 0;
+  std::string_view line;
+  while (nextLine(text, pos, line)) {
+    const size_t eq = line.find('=');
+    if (eq == std::string_view::npos) continue;
+    if (trimBlanks(line.substr(0, eq)) == kZ) return parseSingle(trimBlanks(line.substr(eq + 1)));
+  }
+  return 0;
+}
+
+std::string cls_SEISMOGRAM::fileText() const {
+  std::string out;
+  out.reserve(400 + static_cast<size_t>(intN_) * 16);
+  out += headerLine(kZ, formatNumber(Z, "0.00#"));
+  out += headerLine(kWaveType, strWaveType());
+  out += headerLine(kDistG1G2, formatNumber(distG1G2, "0.00#"));
+  out += headerLine(kDistHammer, formatNumber(distHammer, "0.00"));
+  // The blank behind both sample times has always been part of the format.
+  out += headerLine(kSampleTime, formatNumber(sngTcamp, "0") + " ");
+  // Written when it is not 0 as the file shows it: a fraction that rounds to 0 would read back
+  // as an absent line anyway.
+  const std::string delayText = formatNumber(delaySampleG2, "0");
+  if (parseSingle(delayText) != 0) out += headerLine(kDelaySampleG2, delayText + " ");
+  out += headerLine(kNSamples, std::to_string(intN_));
+  out += headerLine(kGain, formatNumber(Gain, "0"));
+  out += headerLine(kTriggerType, triggerType >= 0 && triggerType < 3 ? kTriggerWords[triggerType] : "");
+  if (triggerType == 0) {
+    out += headerLine(kLoopSamples, std::to_string(LoopS));
+    out += headerLine(kTriggerSensibility, std::to_string(triggerSensibility));
+  }
+  if (triggerType == 1) out += headerLine(kTriggerDelay, std::to_string(TrigDelay));
+  out += headerLine(kDate, oneLine(Data));
+  out += headerLine(kHour, oneLine(hour));
+  out += headerLine(kFirmware, std::to_string(firmwareMajor) + " - " + std::to_string(firmwareMinor));
+  out += headerLine(kHardware, std::to_string(hardwareMajor) + " - " + std::to_string(hardwareMinor));
+  const std::string note = oneLine(notes);
+  if (!note.empty()) out += headerLine(kNotes, note);
+  out += kEol;
+  for (size_t i = 0; i < g1r_.size(); ++i) {
+    out += padded(formatNumber(g1r_[i], "0.###"));
+    out += "   ";
+    out += padded(formatNumber(g2r_[i], "0.###"));
+    out += kEol;
+  }
+  return utf8ToCp1252(out);
+}
+
+int16_t cls_SEISMOGRAM::saveFile(const std::filesystem::path& path, Diagnostic* why) const {
+  return writeFileAtomically(path, fileText(), why) ? 0 : 1;
+}
+
+}  // namespace koru
