@@ -8,6 +8,7 @@
 #include <iostream>
 
 #include "demo_soil_model.h"
+#include "synthetic_dissipation.h"
 #include "sites/cls_SITE.h"
 
 namespace {
@@ -67,6 +68,33 @@ int main(int argc, char** argv) {
   if (!first) return report(problems) ? 1 : 1;
   koru::demo::SoundingSpec spec;
   fillSounding(*first, spec, "SDMT 1");
+  // Two dissipation tests: in the soft clay, where the excess pore pressure takes an hour or
+  // more to go, and in the silt, where it goes in minutes.
+  first->createNewDissipationTests();
+  struct Decay {
+    float zd, ch, a0, aEnd, bFinal, mh;
+    uint32_t seed;
+  };
+  for (const Decay& d : {Decay{6.0f, 0.004f, 236.0f, 160.0f, 302.0f, 2.1f, 11},
+                         Decay{11.0f, 0.05f, 385.0f, 300.0f, 702.0f, 13.0f, 12}}) {
+    koru::synth::DecayModel model;
+    model.Ch = d.ch;
+    model.A0 = d.a0;
+    model.Aend = d.aEnd;
+    model.zd = d.zd;
+    model.bFinal = d.bFinal;
+    model.mh = d.mh;
+    model.seed = d.seed;
+    koru::cls_DissTEST test = koru::synth::makeSyntheticDissipation(model, first->strDissipFolder);
+    test.Firm = first->strFirm;
+    test.Customer = first->strCustomer;
+    test.Job = first->strJob;
+    test.Site = first->strSite;
+    test.Remark = "Demo dissipation test";
+    test.Data = first->strDate;
+    test.TstName = first->strTestname;
+    first->dissipations->add(std::move(test), true);
+  }
   first->saveInfo(&problems);
 
   koru::cls_VERTICAL* second = site.newVertical(&problems);

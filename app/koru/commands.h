@@ -34,6 +34,7 @@ inline constexpr int kExitUsage = 2;
 int runDmtCommand(Context& context);
 int runSiteCommand(Context& context);
 int runVerticalCommand(Context& context);
+int runDissipationCommand(Context& context);
 
 }  // namespace koru::cli
 

@@ -46,6 +46,17 @@ CsvLine& CsvLine::addText(std::string_view text) {
   return *this;
 }
 
+CsvLine& CsvLine::addQuoted(std::string_view text) {
+  separate();
+  line_ += '"';
+  for (char c : text) {
+    if (c == '"') line_ += '"';
+    line_ += c;
+  }
+  line_ += '"';
+  return *this;
+}
+
 void CsvLine::writeTo(std::ostream& out) const { out << line_ << '\n'; }
 
 void writeTable(std::ostream& out, const std::vector<std::string>& header,

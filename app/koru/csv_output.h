@@ -17,6 +17,7 @@ class CsvLine {
   CsvLine& add(double value);
   CsvLine& addInt(long value);
   CsvLine& addText(std::string_view text);
+  CsvLine& addQuoted(std::string_view text);  // always in double quotes
   void writeTo(std::ostream& out) const;
 
  private:

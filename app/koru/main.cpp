@@ -31,6 +31,9 @@ constexpr const char* kUsage =
     "  koru vertical eval SITE_n VERT_m [--set NAME=VALUE]... [--table]\n"
     "      the vertical's DMT test evaluated with its own profiles, as dmt eval\n"
     "\n"
+    "  koru dissipation eval FILE.dis      Tflex, Ch and Kh of a dissipation test (CSV)\n"
+    "  koru dissipation report FILE.dis    the checks of the Tflex interpretation\n"
+    "\n"
     "  --root DIR   the folder that holds SITES/ (default: ~/KORU)\n"
     "  --lang NAME  language of the texts: English (default), Italiano, French\n";
 
@@ -78,6 +81,7 @@ int main(int argc, char** argv) {
   if (command == "dmt") return koru::cli::runDmtCommand(context);
   if (command == "site") return koru::cli::runSiteCommand(context);
   if (command == "vertical") return koru::cli::runVerticalCommand(context);
+  if (command == "dissipation") return koru::cli::runDissipationCommand(context);
   std::cerr << "koru: unknown command '" << command << "'\n" << kUsage;
   return koru::cli::kExitUsage;
 }

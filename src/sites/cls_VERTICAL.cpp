@@ -242,7 +242,9 @@ void cls_VERTICAL::loadInclinationTest() {
 }
 
 void cls_VERTICAL::loadDissipationTests() {
-  // The dissipation tests: create the collection, give it strDissipFolder and load it.
+  dissipations.emplace();
+  dissipations->setFolder(strDissipFolder);
+  if (folderExists(strDissipFolder)) dissipations->loadInfo(&dataProblems_);
 }
 
 // --- Saving -----------------------------------------------------------------------------------
@@ -284,10 +286,13 @@ bool cls_VERTICAL::saveVpTest(std::vector<Diagnostic>* problems) {
 }
 
 bool cls_VERTICAL::saveDissipationTests(std::vector<Diagnostic>* problems) {
-  if (ensureFolder(strDissipFolder)) return true;
-  // The dissipation collection saves its ".dis" files here once it exists.
-  report(problems, {strDissipFolder, 0, "cannot create the folder"});
-  return false;
+  if (!ensureFolder(strDissipFolder)) {
+    report(problems, {strDissipFolder, 0, "cannot create the folder"});
+    return false;
+  }
+  if (!dissipations) return true;
+  dissipations->setFolder(strDissipFolder);
+  return dissipations->saveInfo(problems);
 }
 
 bool cls_VERTICAL::saveDMTTest(std::vector<Diagnostic>* problems) {
@@ -407,6 +412,17 @@ bool cls_VERTICAL::deleteVsTIFile(Diagnostic* why) { return removeFile(strVsFile
 bool cls_VERTICAL::deleteVsFolder(Diagnostic* why) { return removeFolder(strVsFolder, why); }
 bool cls_VERTICAL::deleteVpTIFile(Diagnostic* why) { return removeFile(strVpFile, why); }
 bool cls_VERTICAL::deleteVpFolder(Diagnostic* why) { return removeFolder(strVpFolder, why); }
+void cls_VERTICAL::createNewDissipationTests() {
+  dissipations.emplace();
+  dissipations->setFolder(strDissipFolder);
+  blnTestDissip = true;
+}
+
+void cls_VERTICAL::deleteDissipationTests() {
+  dissipations.reset();
+  blnTestDissip = false;
+}
+
 bool cls_VERTICAL::deleteDissipFolder(Diagnostic* why) { return removeFolder(strDissipFolder, why); }
 
 // --- Significance -----------------------------------------------------------------------------

@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include "dissipation/cls_Dissipations.h"
 #include "dmt/DMTOptions.h"
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
@@ -40,6 +41,7 @@ class cls_VERTICAL {
   // --- Tests ----------------------------------------------------------------------------------
   std::optional<cls_DmtTEST> dmt{std::in_place};
   std::optional<cls_Calibration> calibration;
+  std::optional<cls_Dissipations> dissipations;  // the ".dis" tests of DISSIP_m
   cls_GAMMA gamma;
   cls_U u;
 
@@ -97,6 +99,8 @@ class cls_VERTICAL {
   bool deleteVsFolder(Diagnostic* why = nullptr);
   bool deleteVpTIFile(Diagnostic* why = nullptr);
   bool deleteVpFolder(Diagnostic* why = nullptr);
+  void createNewDissipationTests();
+  void deleteDissipationTests();
   bool deleteDissipFolder(Diagnostic* why = nullptr);
 
   // --- Significance ---------------------------------------------------------------------------
