@@ -9,6 +9,9 @@
 
 #include "demo_soil_model.h"
 #include "synthetic_dissipation.h"
+#include "synthetic_strike.h"
+
+#include <cmath>
 #include "sites/cls_SITE.h"
 
 namespace {
@@ -37,6 +40,73 @@ void fillSounding(koru::cls_VERTICAL& vertical, const koru::demo::SoundingSpec& 
   test.sngZw = spec.waterTable;
   test.sngGammaTop = 18.5f;
   for (const auto& r : koru::demo::makeSounding(spec)) test.addZABCtoData(r.z, r.a, r.b, r.c, false);
+}
+
+// Shear wave velocity of the demo soil model at a depth, m/s.
+double demoVs(float z) {
+  if (z < 2.0f) return 150;
+  if (z < 9.0f) return 95 + 5.0 * (z - 2.0);
+  if (z < 14.0f) return 180 + 8.0 * (z - 9.0);
+  return 260 + 7.0 * (z - 14.0);
+}
+
+// A Vs test every 2 m: three strikes a depth, as the operator takes them. One strike of every
+// fourth depth is struck too hard and clips (marked bad), and one depth has a noise record.
+void addSeismicTest(koru::cls_VERTICAL& vertical) {
+  vertical.createNewVsTest();
+  koru::cls_VTEST& test = *vertical.vsTest;
+  std::filesystem::create_directories(test.strikesFolder());
+  int32_t number = 1;
+  uint32_t seed = 100;
+  for (int step = 1; step <= 12; ++step) {
+    const float z = 2.0f * static_cast<float>(step);
+    koru::cls_zSTRIKES depth(z);
+    for (int strike = 0; strike < 3; ++strike) {
+      koru::synth::StrikeSettings shot;
+      shot.Z = z;
+      shot.velocity = demoVs(z);
+      // The trigger delay is set so that the wave reaches the upper receiver early in the record.
+      shot.arrival = 12.0 + 0.4 * strike;
+      shot.frequency = z < 14.0f ? 80 : 120;
+      shot.amplitude = 55.0 * std::exp(-0.04 * z);
+      shot.noise = 1.5;
+      shot.seed = seed++;
+      const bool clipped = strike == 2 && step % 4 == 0;
+      const bool noise = strike == 2 && step == 7;
+      if (clipped) shot.amplitude = 190;
+      if (noise) {
+        shot.amplitude = 0;
+        shot.triggerType = 2;
+      }
+      koru::cls_SEISMOGRAM record = koru::synth::makeSyntheticStrike(shot);
+      record.Data = "14/05/2026";
+      record.hour = "10:" + std::string(step < 10 ? "0" : "") + std::to_string(step * 4);
+      const std::string name = std::to_string(number++);
+      record.saveFile(test.seismogramPath(name));
+      if (noise) {
+        record.setNoiseParameters();
+        depth.addNoise(name, record.get_elabString());
+        continue;
+      }
+      record.setDefaultElabParameters();
+      record.evalV();
+      if (clipped)
+        depth.addBad(name, record.get_elabString());
+      else
+        depth.addGood(name, record.V(), record.get_elabString());
+    }
+    depth.evaluateData();
+    test.strikes.add(std::move(depth));
+  }
+}
+
+// Rod thrust of the demo sounding, kgf: light in the soft clay, rising through the silt and
+// steeply in the dense sand.
+float demoThrust(float z) {
+  if (z < 2.0f) return 120 + 60 * z;
+  if (z < 9.0f) return 200 + 25 * (z - 2.0f);
+  if (z < 14.0f) return 380 + 90 * (z - 9.0f);
+  return 1400 + 220 * (z - 14.0f);
 }
 
 bool report(const std::vector<koru::Diagnostic>& problems) {
@@ -95,6 +165,7 @@ int main(int argc, char** argv) {
     test.TstName = first->strTestname;
     first->dissipations->add(std::move(test), true);
   }
+  addSeismicTest(*first);
   first->saveInfo(&problems);
 
   koru::cls_VERTICAL* second = site.newVertical(&problems);
@@ -114,5 +185,17 @@ int main(int argc, char** argv) {
     second->gamma.setYi(i, y[i]);
   }
   second->saveInfo(&problems);
+
+  // A third sounding with the rod thrust read at every depth.
+  koru::cls_VERTICAL* third = site.newVertical(&problems);
+  if (!third) return report(problems) ? 1 : 1;
+  koru::demo::SoundingSpec thrusted;
+  thrusted.seed = 20260103;
+  fillSounding(*third, thrusted, "SDMT 3");
+  koru::DMTOptions options;
+  third->dmt->addThrust(options);
+  for (size_t i = 0; i < third->dmt->vZ.size(); ++i)
+    third->dmt->vTH[i] = std::round(demoThrust(third->dmt->vZ[i]));
+  third->saveInfo(&problems);
   return report(problems) ? 0 : 1;
 }

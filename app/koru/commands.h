@@ -35,6 +35,7 @@ int runDmtCommand(Context& context);
 int runSiteCommand(Context& context);
 int runVerticalCommand(Context& context);
 int runDissipationCommand(Context& context);
+int runSeismogramCommand(Context& context);
 
 }  // namespace koru::cli
 

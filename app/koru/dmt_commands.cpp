@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
+#include "dmt/Thrust.h"
 #include "dmt/cls_U.h"
 #include "dmt_output.h"
 
@@ -35,7 +36,7 @@ int runEval(Context& context) {
   if (!loadTest(test, parsed.positional[0], parsed.allowPartial, context.err, partial)) return kExitDataError;
   cls_GAMMA gamma;
   cls_U u;
-  test.evalDMT(gamma, u, parsed.options);
+  test.evalDMT(gamma, u, optionsForTest(parsed.options, test.blnHasThrust));
   writeEvaluation(test, parsed, context);
   return partial ? kExitDataError : kExitOk;
 }

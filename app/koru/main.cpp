@@ -31,6 +31,12 @@ constexpr const char* kUsage =
     "  koru vertical eval SITE_n VERT_m [--set NAME=VALUE]... [--table]\n"
     "      the vertical's DMT test evaluated with its own profiles, as dmt eval\n"
     "\n"
+    "  koru vertical seismic SITE_n VERT_m --wave S|P\n"
+    "      the depths of the seismic test: mean velocity, spread, best, good, bad, noise (CSV)\n"
+    "  koru seismogram eval FILE.kor [--elab TEXT]\n"
+    "      delay and velocity of one strike, with the default or the given elaboration (CSV)\n"
+    "  koru seismogram show FILE.kor       the strike's header, means, extremes and scale\n"
+    "\n"
     "  koru dissipation eval FILE.dis      Tflex, Ch and Kh of a dissipation test (CSV)\n"
     "  koru dissipation report FILE.dis    the checks of the Tflex interpretation\n"
     "\n"
@@ -82,6 +88,7 @@ int main(int argc, char** argv) {
   if (command == "site") return koru::cli::runSiteCommand(context);
   if (command == "vertical") return koru::cli::runVerticalCommand(context);
   if (command == "dissipation") return koru::cli::runDissipationCommand(context);
+  if (command == "seismogram") return koru::cli::runSeismogramCommand(context);
   std::cerr << "koru: unknown command '" << command << "'\n" << kUsage;
   return koru::cli::kExitUsage;
 }

@@ -211,6 +211,44 @@ int verticalEval(Context& context) {
   return vertical->problems().empty() ? kExitOk : kExitDataError;
 }
 
+int verticalSeismic(Context& context) {
+  std::string wave;
+  std::vector<std::string> positional;
+  for (size_t i = 0; i < context.args.size(); ++i) {
+    if (context.args[i] == "--wave" && i + 1 < context.args.size())
+      wave = context.args[++i];
+    else
+      positional.push_back(context.args[i]);
+  }
+  if (positional.size() != 2 || (wave != "S" && wave != "P")) {
+    context.err << "koru: usage: koru vertical seismic SITE_n VERT_m --wave S|P\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, positional[0], site)) return kExitDataError;
+  const int index = verticalIndex(site, positional[1]);
+  if (index == 0) {
+    context.err << "koru: " << positional[0] << " has no vertical " << positional[1] << '\n';
+    return kExitDataError;
+  }
+  cls_VERTICAL* vertical = site.verticals.activate(index, DMTOptions{});
+  reportProblems(vertical->problems(), context.err);
+  const auto& test = wave == "S" ? vertical->vsTest : vertical->vpTest;
+  if (!test) {
+    context.err << "koru: " << positional[0] << "/" << positional[1] << " has no V" << (wave == "S" ? "s" : "p")
+                << " test\n";
+    return kExitDataError;
+  }
+  context.out << "Z,vMean,devStd,bestFile,good,bad,noise\n";
+  for (const auto& depth : test->strikes) {
+    CsvLine line;
+    line.add(depth.Z).addInt(depth.vMean).add(depth.devStd).addText(depth.bestFile);
+    line.addText(depth.goodList).addText(depth.badList).addText(depth.noiseList);
+    line.writeTo(context.out);
+  }
+  return vertical->problems().empty() ? kExitOk : kExitDataError;
+}
+
 int dispatch(Context& context, const char* group,
              std::initializer_list<std::pair<const char*, int (*)(Context&)>> commands) {
   if (context.args.empty()) {
@@ -238,7 +276,8 @@ int runVerticalCommand(Context& context) {
                    {"show", verticalShow},
                    {"reorder", verticalReorder},
                    {"remove", verticalRemove},
-                   {"eval", verticalEval}});
+                   {"eval", verticalEval},
+                   {"seismic", verticalSeismic}});
 }
 
 }  // namespace koru::cli

@@ -3,6 +3,7 @@
 #include <system_error>
 #include <utility>
 
+#include "dmt/Thrust.h"
 #include "frame/files.h"
 #include "frame/numbers.h"
 #include "sites/FS.h"
@@ -179,13 +180,22 @@ bool cls_VERTICAL::loadData(const DMTOptions& options) {
   return dataProblems_.empty();
 }
 
-void cls_VERTICAL::loadVsTest() {
-  // The Vs seismic test: create it, load the pseudo-interval data (strVsPseudoFile), then the
-  // test index (strVsFile) with its seismograms in strVsFolder.
-}
+void cls_VERTICAL::loadVsTest() { loadSeismicTest(vsTest, vsDamaged_, strVsFile, strVsFolder, "Vs"); }
 
-void cls_VERTICAL::loadVpTest() {
-  // The Vp seismic test, as loadVsTest with the Vp paths.
+void cls_VERTICAL::loadVpTest() { loadSeismicTest(vpTest, vpDamaged_, strVpFile, strVpFolder, "Vp"); }
+
+// The pseudo-interval data of the test would be read before its index; the index gives the
+// true-interval velocities as they were last evaluated.
+void cls_VERTICAL::loadSeismicTest(std::optional<cls_VTEST>& test, bool& damaged, const fs::path& index,
+                                   const fs::path& folder, std::string_view wave) {
+  test.emplace(index, folder, wave);
+  damaged = false;
+  Diagnostic why;
+  if (test->loadInfo(&why) == 1) {
+    if (why.file.empty()) why.file = index;
+    dataProblems_.push_back(why);
+    damaged = true;
+  }
 }
 
 void cls_VERTICAL::loadDMTTest(const DMTOptions& options) {
@@ -206,7 +216,7 @@ void cls_VERTICAL::loadDMTTest(const DMTOptions& options) {
     dataProblems_.push_back(why);
     dmtDamaged_ = true;
   }
-  if (dmt->N() > 0 && !dmt->evalDMT(gamma, u, options))
+  if (dmt->N() > 0 && !dmt->evalDMT(gamma, u, optionsForTest(options, dmt->blnHasThrust)))
     dataProblems_.push_back({strDMTFile, 0, "a row could not be evaluated: results from that row on are 0"});
   evalGamma();
 }
@@ -272,17 +282,27 @@ bool cls_VERTICAL::keepDamagedOriginal(bool& damaged, const fs::path& file, std:
 }
 
 bool cls_VERTICAL::saveVsTest(std::vector<Diagnostic>* problems) {
-  if (ensureFolder(strVsFolder)) return true;
-  // The Vs test and its pseudo-interval data save here once the seismic records exist.
-  report(problems, {strVsFolder, 0, "cannot create the folder"});
-  return false;
+  return saveSeismicTest(vsTest, vsDamaged_, strVsFile, strVsFolder, problems);
 }
 
 bool cls_VERTICAL::saveVpTest(std::vector<Diagnostic>* problems) {
-  if (ensureFolder(strVpFolder)) return true;
-  // The Vp test and its pseudo-interval data save here once the seismic records exist.
-  report(problems, {strVpFolder, 0, "cannot create the folder"});
-  return false;
+  return saveSeismicTest(vpTest, vpDamaged_, strVpFile, strVpFolder, problems);
+}
+
+bool cls_VERTICAL::saveSeismicTest(const std::optional<cls_VTEST>& test, bool& damaged, const fs::path& index,
+                                   const fs::path& folder, std::vector<Diagnostic>* problems) {
+  if (!ensureFolder(folder)) {
+    report(problems, {folder, 0, "cannot create the folder"});
+    return false;
+  }
+  if (!test) return true;
+  if (!keepDamagedOriginal(damaged, index, problems)) return false;
+  Diagnostic why;
+  if (!test->saveInfo(&why)) {
+    report(problems, why);
+    return false;
+  }
+  return true;
 }
 
 bool cls_VERTICAL::saveDissipationTests(std::vector<Diagnostic>* problems) {
@@ -408,6 +428,26 @@ void cls_VERTICAL::deleteCalibrationTest() {
 
 bool cls_VERTICAL::deleteCalibrationFile(Diagnostic* why) { return removeFile(strCalibrationFile, why); }
 
+void cls_VERTICAL::createNewVsTest() {
+  vsTest.emplace(strVsFile, strVsFolder, "Vs");
+  blnTestVs = true;
+}
+
+void cls_VERTICAL::deleteVsTest() {
+  vsTest.reset();
+  blnTestVs = false;
+}
+
+void cls_VERTICAL::createNewVpTest() {
+  vpTest.emplace(strVpFile, strVpFolder, "Vp");
+  blnTestVp = true;
+}
+
+void cls_VERTICAL::deleteVpTest() {
+  vpTest.reset();
+  blnTestVp = false;
+}
+
 bool cls_VERTICAL::deleteVsTIFile(Diagnostic* why) { return removeFile(strVsFile, why); }
 bool cls_VERTICAL::deleteVsFolder(Diagnostic* why) { return removeFolder(strVsFolder, why); }
 bool cls_VERTICAL::deleteVpTIFile(Diagnostic* why) { return removeFile(strVpFile, why); }
@@ -429,8 +469,18 @@ bool cls_VERTICAL::deleteDissipFolder(Diagnostic* why) { return removeFolder(str
 
 bool cls_VERTICAL::isDMTSignificant() const { return dmt && dmt->N() > 0; }
 // The seismic tests answer here once they exist: a test with at least one depth.
-bool cls_VERTICAL::isVsSignificant() const { return false; }
-bool cls_VERTICAL::isVpSignificant() const { return false; }
+bool cls_VERTICAL::isVsSignificant() const { return vsTest && vsTest->strikes.Count() > 0; }
+bool cls_VERTICAL::isVpSignificant() const { return vpTest && vpTest->strikes.Count() > 0; }
+
+std::vector<float> cls_VERTICAL::evalRho() const {
+  if (!vsTest) return {};
+  return vsTest->evalRho([this](float z) { return gamma.getYz(z); });
+}
+
+std::vector<float> cls_VERTICAL::evalGo() const {
+  if (!vsTest) return {};
+  return vsTest->evalGo([this](float z) { return gamma.getYz(z); });
+}
 bool cls_VERTICAL::isGraphSignificant() const { return isDMTSignificant() || isVsSignificant() || isVpSignificant(); }
 bool cls_VERTICAL::isCalibration() const { return calibration.has_value(); }
 

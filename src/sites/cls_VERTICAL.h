@@ -24,6 +24,7 @@
 #include "dmt/cls_U.h"
 #include "frame/diagnostic.h"
 #include "probe/cls_Calibration.h"
+#include "seismic/cls_VTEST.h"
 
 namespace koru {
 
@@ -42,6 +43,7 @@ class cls_VERTICAL {
   std::optional<cls_DmtTEST> dmt{std::in_place};
   std::optional<cls_Calibration> calibration;
   std::optional<cls_Dissipations> dissipations;  // the ".dis" tests of DISSIP_m
+  std::optional<cls_VTEST> vsTest, vpTest;         // the seismic tests: VS_m.dat with VS_m/, VP_m likewise
   cls_GAMMA gamma;
   cls_U u;
 
@@ -80,6 +82,11 @@ class cls_VERTICAL {
   // unit weight. The user's table (mode 2) is left alone. Runs after evalDMT.
   void evalGamma();
 
+  // Density (t/m3) and G0 (MPa) at the depths of the Vs test, from the unit weight the profile
+  // gives at each depth (run evalGamma first so that the chart modes follow the DMT test).
+  std::vector<float> evalRho() const;
+  std::vector<float> evalGo() const;
+
   // A copy of the vertical with all its test objects.
   cls_VERTICAL cloneVertical() const;
 
@@ -95,8 +102,12 @@ class cls_VERTICAL {
   void deleteCalibrationTest();
   bool deleteCalibrationFile(Diagnostic* why = nullptr);
 
+  void createNewVsTest();
+  void deleteVsTest();
   bool deleteVsTIFile(Diagnostic* why = nullptr);
   bool deleteVsFolder(Diagnostic* why = nullptr);
+  void createNewVpTest();
+  void deleteVpTest();
   bool deleteVpTIFile(Diagnostic* why = nullptr);
   bool deleteVpFolder(Diagnostic* why = nullptr);
   void createNewDissipationTests();
@@ -114,6 +125,10 @@ class cls_VERTICAL {
   // The per-test steps of loadData and saveInfo. Each records its own problems.
   void loadVsTest();
   void loadVpTest();
+  void loadSeismicTest(std::optional<cls_VTEST>& test, bool& damaged, const std::filesystem::path& index,
+                       const std::filesystem::path& folder, std::string_view wave);
+  bool saveSeismicTest(const std::optional<cls_VTEST>& test, bool& damaged, const std::filesystem::path& index,
+                       const std::filesystem::path& folder, std::vector<Diagnostic>* problems);
   void loadDMTTest(const DMTOptions& options);
   void loadCalibrationTest();
   void loadInclinationTest();
@@ -137,6 +152,8 @@ class cls_VERTICAL {
   bool calibrationDamaged_ = false;
   bool gammaDamaged_ = false;
   bool uDamaged_ = false;
+  bool vsDamaged_ = false;
+  bool vpDamaged_ = false;
 };
 
 }  // namespace koru

@@ -108,3 +108,74 @@ TEST(KoruDemo, TheDemoSiteEvaluatesWithoutProblems) {
 
 }  // namespace
 }  // namespace koru
+
+namespace koru {
+namespace {
+
+const std::string kDemoRoot = std::string(KORU_SOURCE_DIR) + "/demo";
+const std::string kDemoVertical = kDemoRoot + "/SITES/SITE_1/VERT_1";
+
+TEST(KoruDemo, TheVsTestListsItsDepthsWithTheirMarks) {
+  auto run = runProgram(kKoru, {"--root", kDemoRoot, "vertical", "seismic", "SITE_1", "VERT_1", "--wave", "S"});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  std::istringstream lines(run.out);
+  std::string line;
+  std::getline(lines, line);
+  EXPECT_EQ(line, "Z,vMean,devStd,bestFile,good,bad,noise");
+  int depths = 0;
+  while (std::getline(lines, line)) ++depths;
+  EXPECT_EQ(depths, 12);
+  EXPECT_NE(run.out.find("\n8,"), std::string::npos);
+  EXPECT_NE(run.out.find(",\"10,11\",12,\n"), std::string::npos) << "a clipped strike is marked bad";
+
+  auto noVp = runProgram(kKoru, {"--root", kDemoRoot, "vertical", "seismic", "SITE_1", "VERT_1", "--wave", "P"});
+  EXPECT_EQ(noVp.exitCode, 1);
+  EXPECT_EQ(noVp.err, "koru: SITE_1/VERT_1 has no Vp test\n");
+}
+
+TEST(KoruDemo, SeismogramEvalGivesTheVelocityOfTheStrike) {
+  auto run = runProgram(kKoru, {"seismogram", "eval", kDemoVertical + "/VS_1/13.kor", "--elab", "5,180;0,0,699;0,0"});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  std::istringstream lines(run.out);
+  std::string header, row;
+  std::getline(lines, header);
+  std::getline(lines, row);
+  EXPECT_EQ(header, "Z,WaveType,DeltaS,DeltaT,V,iEP1,iEP2,elab");
+  EXPECT_EQ(row.substr(0, 6), "10,Vs,");
+  // The demo model puts 188 m/s at 10 m; the whole-trace window recovers it closely.
+  std::vector<std::string> cells;
+  std::istringstream split(row);
+  for (std::string cell; std::getline(split, cell, ',');) cells.push_back(cell);
+  ASSERT_GE(cells.size(), 5u);
+  EXPECT_NEAR(std::stoi(cells[4]), 188, 4);
+}
+
+TEST(KoruDemo, SeismogramShowTellsTheHeader) {
+  auto run = runProgram(kKoru, {"seismogram", "show", kDemoVertical + "/VS_1/1.kor"});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  EXPECT_NE(run.out.find("Wave: Vs\nZ: 2.00 m\n"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("Samples: 700 at 100 us"), std::string::npos);
+}
+
+TEST(KoruDemo, DissipationEvalQuotesTheProgramsTexts) {
+  auto run = runProgram(kKoru, {"dissipation", "eval", kDemoVertical + "/DISSIP_1/0600.dis"});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  EXPECT_EQ(run.out.substr(0, run.out.find('\n')), "Zd,N,FlexT,FlexA,isGoodFlex,Ch,ChMinutes,Kh,Po");
+  EXPECT_NE(run.out.find(",1,\""), std::string::npos) << "a good flex, then Ch in quotes: " << run.out;
+  EXPECT_NE(run.out.find(" * 10 ^ - "), std::string::npos);
+}
+
+TEST(KoruDemo, ThrustDataGivesTheFrictionAngleOfTheSands) {
+  auto run = runProgram(kKoru, {"--root", kDemoRoot, "vertical", "eval", "SITE_1", "VERT_3"});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  // Phi, Ko and OCR of the sands come from the thrust: the same readings without Thrust.dat
+  // beside them evaluate otherwise.
+  ScratchFolder dir;
+  std::filesystem::copy_file(kDemoRoot + "/SITES/SITE_1/VERT_3/DMT_3.dat", dir / "DMT_3.dat");
+  auto withoutThrust = runProgram(kKoru, {"dmt", "eval", (dir / "DMT_3.dat").string()});
+  ASSERT_EQ(withoutThrust.exitCode, 0);
+  EXPECT_NE(run.out, withoutThrust.out);
+}
+
+}  // namespace
+}  // namespace koru
