@@ -58,17 +58,39 @@ int runSave(Context& context) {
   return kExitOk;
 }
 
+int runUni(Context& context) {
+  EvalOutputOptions parsed;
+  if (!parseEvalOptions(context.args, parsed, context.err)) return kExitUsage;
+  if (parsed.positional.size() != 2) {
+    context.err << "koru: usage: koru dmt uni IN.dat OUT.uni [--set NAME=VALUE]...\n";
+    return kExitUsage;
+  }
+  cls_DmtTEST test;
+  bool partial = false;
+  if (!loadTest(test, parsed.positional[0], false, context.err, partial)) return kExitDataError;
+  cls_GAMMA gamma;
+  cls_U u;
+  test.evalDMT(gamma, u, optionsForTest(parsed.options, test.blnHasThrust));
+  Diagnostic why;
+  if (!test.generateUNI(parsed.positional[1], &why)) {
+    context.err << why.toString() << '\n';
+    return kExitDataError;
+  }
+  return kExitOk;
+}
+
 }  // namespace
 
 int runDmtCommand(Context& context) {
   if (context.args.empty()) {
-    context.err << "koru: dmt needs a subcommand: eval, save\n";
+    context.err << "koru: dmt needs a subcommand: eval, save, uni\n";
     return kExitUsage;
   }
   const std::string sub = context.args.front();
   context.args.erase(context.args.begin());
   if (sub == "eval") return runEval(context);
   if (sub == "save") return runSave(context);
+  if (sub == "uni") return runUni(context);
   context.err << "koru: unknown dmt subcommand '" << sub << "'\n";
   return kExitUsage;
 }

@@ -7,6 +7,7 @@
 #include "frame/files.h"
 #include "frame/numbers.h"
 #include "sites/FS.h"
+#include "sites/SiteUniExport.h"
 #include "sites/cls_SITE.h"
 
 namespace koru::cli {
@@ -73,6 +74,32 @@ int siteCreate(Context& context) {
   }
   context.out << site.strFolder << '\n';
   return kExitOk;
+}
+
+int siteUni(Context& context) {
+  std::string folder;
+  std::vector<std::string> positional;
+  for (size_t i = 0; i < context.args.size(); ++i) {
+    if (context.args[i] == "--out" && i + 1 < context.args.size())
+      folder = context.args[++i];
+    else
+      positional.push_back(context.args[i]);
+  }
+  if (positional.size() != 1 || folder.empty()) {
+    context.err << "koru: usage: koru site uni SITE_n --out DIR\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, positional[0], site)) return kExitDataError;
+  if (!ensureFolder(folder)) {
+    context.err << folder << ": cannot create the folder\n";
+    return kExitDataError;
+  }
+  auto result = exportSiteUNI(site, folder, DMTOptions{}, *context.strings);
+  for (const auto& file : result.written) context.out << file.string() << '\n';
+  for (const auto& skipped : result.skipped) context.err << "koru: " << skipped << " left out\n";
+  reportProblems(result.problems, context.err);
+  return result.problems.empty() ? kExitOk : kExitDataError;
 }
 
 int verticalCreate(Context& context) {
@@ -266,7 +293,7 @@ int dispatch(Context& context, const char* group,
 }  // namespace
 
 int runSiteCommand(Context& context) {
-  return dispatch(context, "site", {{"list", siteList}, {"create", siteCreate}});
+  return dispatch(context, "site", {{"list", siteList}, {"create", siteCreate}, {"uni", siteUni}});
 }
 
 int runVerticalCommand(Context& context) {

@@ -16,9 +16,6 @@
 
 namespace koru {
 
-// Language text of the input box that asks for a file name when a test's name can't be one;
-// "XXX" stands for the test's name.
-
 // What an export did, for the message at its end.
 struct SiteUniExportResult {
   std::vector<std::filesystem::path> written;  // the files, in the order of the verticals

@@ -179,3 +179,25 @@ TEST(KoruDemo, ThrustDataGivesTheFrictionAngleOfTheSands) {
 
 }  // namespace
 }  // namespace koru
+
+namespace koru {
+namespace {
+
+TEST(KoruDemo, SiteUniWritesOneExchangeFilePerDmtTest) {
+  ScratchFolder out;
+  auto run = runProgram(kKoru, {"--root", std::string(KORU_SOURCE_DIR) + "/demo", "site", "uni", "SITE_1", "--out",
+                                out.path().string()});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  for (const char* name : {"SDMT 1.uni", "SDMT 2.uni", "SDMT 3.uni"}) {
+    const std::string text = ScratchFolder::read(out / name);
+    EXPECT_EQ(text.substr(0, 18), "DMTUNI92\r\n\"DBSM\"\r\n") << name;
+  }
+  // The single-test command writes the same bytes for a test without a profile of its own.
+  auto single = runProgram(kKoru, {"dmt", "uni", std::string(KORU_SOURCE_DIR) + "/demo/SITES/SITE_1/VERT_1/DMT_1.dat",
+                                   (out / "one.uni").string()});
+  ASSERT_EQ(single.exitCode, 0) << single.err;
+  EXPECT_EQ(ScratchFolder::read(out / "one.uni"), ScratchFolder::read(out / "SDMT 1.uni"));
+}
+
+}  // namespace
+}  // namespace koru
