@@ -33,9 +33,6 @@ struct StrikeSettings {
   int16_t triggerType = 0;
 };
 
-// The name this struct had first; callers written against it keep working.
-using StrikeSpec = StrikeSettings;
-
 // A loaded-state record (means and scale computed) with noise elaboration settings; callers set
 // the elaboration they want.
 cls_SEISMOGRAM makeSyntheticStrike(const StrikeSettings& settings);

@@ -36,6 +36,7 @@ constexpr const char* kUsage =
     "\n"
     "  koru vertical seismic SITE_n VERT_m --wave S|P\n"
     "      the depths of the seismic test: mean velocity, spread, best, good, bad, noise (CSV)\n"
+    "  koru vertical stats SITE_n VERT_m   statistics of each parameter and its best plot maximum\n"
     "  koru seismogram eval FILE.kor [--elab TEXT]\n"
     "      delay and velocity of one strike, with the default or the given elaboration (CSV)\n"
     "  koru seismogram show FILE.kor       the strike's header, means, extremes and scale\n"

@@ -6,6 +6,8 @@
 #include "dmt_output.h"
 #include "frame/files.h"
 #include "frame/numbers.h"
+#include "dmt/cls_FileOptions.h"
+#include "dmt/cls_statVars.h"
 #include "sites/FS.h"
 #include "sites/SiteUniExport.h"
 #include "sites/cls_SITE.h"
@@ -276,6 +278,41 @@ int verticalSeismic(Context& context) {
   return vertical->problems().empty() ? kExitOk : kExitDataError;
 }
 
+int verticalStats(Context& context) {
+  if (context.args.size() != 2) {
+    context.err << "koru: usage: koru vertical stats SITE_n VERT_m\n";
+    return kExitUsage;
+  }
+  cls_SITE site;
+  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  const int index = verticalIndex(site, context.args[1]);
+  if (index == 0) {
+    context.err << "koru: " << context.args[0] << " has no vertical " << context.args[1] << '\n';
+    return kExitDataError;
+  }
+  cls_FileOptions view;
+  std::vector<Diagnostic> problems;
+  view.initializeFromPalmiro(*site.verticals.item(index), DMTOptions{}, &problems);
+  reportProblems(problems, context.err);
+  cls_statVars stats;
+  stats.calculate(view);
+  // One line per parameter code that a plot box can ask its scale for.
+  context.out << "code,media,min,max,N,nNon0,nOltreMedia,mediaOltreMedia,bestMax\n";
+  for (const char* code : {"M", "CU", "KD", "ED", "K0", "U0", "UD", "PHI", "OCR", "P2U0", "P0P1", "SIGMAH", "SIGMAV",
+                           "SIGMAEFF", "GAMMA", "VS", "VP"}) {
+    const cls_statVec* vec = stats.vectorForName(code);
+    if (!vec) continue;
+    CsvLine line;
+    line.addText(code).add(vec->media);
+    // The bounds mean nothing until a value other than 0 was seen.
+    line.add(vec->nNon0 > 0 ? vec->sngMin : 0.0).add(vec->nNon0 > 0 ? vec->sngMax : 0.0);
+    line.addInt(vec->N).addInt(vec->nNon0).addInt(vec->nOltreMedia).add(vec->mediaOltreMedia);
+    line.add(stats.getNameBestMax(code));
+    line.writeTo(context.out);
+  }
+  return problems.empty() ? kExitOk : kExitDataError;
+}
+
 int dispatch(Context& context, const char* group,
              std::initializer_list<std::pair<const char*, int (*)(Context&)>> commands) {
   if (context.args.empty()) {
@@ -304,7 +341,8 @@ int runVerticalCommand(Context& context) {
                    {"reorder", verticalReorder},
                    {"remove", verticalRemove},
                    {"eval", verticalEval},
-                   {"seismic", verticalSeismic}});
+                   {"seismic", verticalSeismic},
+                   {"stats", verticalStats}});
 }
 
 }  // namespace koru::cli

@@ -201,3 +201,28 @@ TEST(KoruDemo, SiteUniWritesOneExchangeFilePerDmtTest) {
 
 }  // namespace
 }  // namespace koru
+
+namespace koru {
+namespace {
+
+TEST(KoruDemo, VerticalStatsGivesEveryScaleCode) {
+  auto run = runProgram(kKoru, {"--root", std::string(KORU_SOURCE_DIR) + "/demo", "vertical", "stats", "SITE_1", "VERT_1"});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  std::istringstream lines(run.out);
+  std::string line;
+  std::getline(lines, line);
+  EXPECT_EQ(line, "code,media,min,max,N,nNon0,nOltreMedia,mediaOltreMedia,bestMax");
+  int codes = 0;
+  std::string vs, vp;
+  while (std::getline(lines, line)) {
+    ++codes;
+    if (line.rfind("VS,", 0) == 0) vs = line;
+    if (line.rfind("VP,", 0) == 0) vp = line;
+  }
+  EXPECT_EQ(codes, 17);
+  EXPECT_EQ(vs.substr(0, 14), "VS,225,96,352,") << "twelve depths of the demo Vs test";
+  EXPECT_EQ(vp, "VP,0,0,0,0,0,0,0,0") << "no Vp test: nothing counted";
+}
+
+}  // namespace
+}  // namespace koru

@@ -1,0 +1,64 @@
+#include "dmt/cls_KORUStatistics.h"
+
+#include <limits>
+
+#include "dmt/cls_FileOptions.h"
+#include "frame/log.h"
+
+namespace koru {
+
+namespace {
+
+void countOne(int16_t& counter) {
+  if (counter < std::numeric_limits<int16_t>::max()) ++counter;
+}
+
+}  // namespace
+
+void cls_KORUStatistics::evaluateStatistics(std::span<const cls_FileOptions* const> views) {
+  for (const cls_FileOptions* view : views)
+    if (view != nullptr) evaluateVertical(*view);
+}
+
+void cls_KORUStatistics::evaluateVertical(const cls_FileOptions& view) {
+  try {
+    cls_statVars vertical;
+    vertical.calculate(view);
+    verticalStats.push_back(std::move(vertical));
+  } catch (...) {
+    // Without memory for this vertical's own figures the site's still take its values below.
+  }
+  // The site's vectors append each vertical's values, so every calculation of the site runs
+  // over the values of all verticals seen so far.
+  siteStat.calculate(view);
+
+  if (view.isDMT()) countOne(countDmt);
+  if (view.isDMT() && view.dmt.blnHasC) countOne(countDmtWithC);
+  if (view.isVs()) countOne(countVs);
+  if (view.isVp()) countOne(countVp);
+}
+
+const cls_statVars* cls_KORUStatistics::getVerticalStat(std::string_view name) const {
+  for (const cls_statVars& s : verticalStats)
+    if (s.verticalName == name) return &s;
+  return nullptr;
+}
+
+bool cls_KORUStatistics::isPhiTotPercent(float fraction, std::string_view name) const {
+  const cls_statVars* stat = name.empty() ? &siteStat : getVerticalStat(name);
+  if (stat == nullptr) return false;
+  const cls_statVec& phi = stat->sPhi;
+  if (phi.N < 1) return false;
+  return static_cast<double>(phi.nNon0) / static_cast<double>(phi.N) >= static_cast<double>(fraction);
+}
+
+void cls_KORUStatistics::debugPrint() const {
+  logLine("Site");
+  siteStat.debugPrint();
+  for (const cls_statVars& s : verticalStats) {
+    logLine(s.verticalName);
+    s.debugPrint();
+  }
+}
+
+}  // namespace koru
