@@ -45,19 +45,19 @@ double along(const Layer& layer, float z, double top, double bottom) {
 
 }  // namespace
 
-std::vector<Reading> makeSounding(const SoundingSpec& spec) {
-  Noise noise(spec.seed);
+std::vector<Reading> makeSounding(const SoundingPlan& plan) {
+  Noise noise(plan.seed);
   std::vector<Reading> readings;
   double sigmaV = 0;
   double previousZ = 0;
-  const int count = static_cast<int>(std::lround((spec.zEnd - spec.zStart) / spec.step)) + 1;
+  const int count = static_cast<int>(std::lround((plan.zEnd - plan.zStart) / plan.step)) + 1;
   for (int i = 0; i < count; ++i) {
-    float z = spec.zStart + spec.step * static_cast<float>(i);
+    float z = plan.zStart + plan.step * static_cast<float>(i);
     z = std::round(z * 100.0f) / 100.0f;
     const Layer& layer = layerAt(z);
     sigmaV += (z - previousZ) * layer.unitWeight;
     previousZ = z;
-    const double u0 = std::max(0.0, (z - spec.waterTable) * 9.81);
+    const double u0 = std::max(0.0, (z - plan.waterTable) * 9.81);
     const double sigmaEff = sigmaV - u0;
     const double id = along(layer, z, layer.idTop, layer.idBottom) * (1.0 + 0.12 * noise.next());
     const double kd = along(layer, z, layer.kdTop, layer.kdBottom) * (1.0 + 0.08 * noise.next());
@@ -65,14 +65,14 @@ std::vector<Reading> makeSounding(const SoundingSpec& spec) {
     const double p1 = po + id * (po - u0);
     // Invert the membrane corrections with zero gauge offsets: P1 = B - dB, and
     // Po = 1.05 (A + dA) - 0.05 (B - dB).
-    const double b = p1 + spec.deltaB;
-    const double a = (po + 0.05 * p1) / 1.05 - spec.deltaA;
+    const double b = p1 + plan.deltaB;
+    const double a = (po + 0.05 * p1) / 1.05 - plan.deltaA;
     int16_t c = 0;
     const bool cRow = z >= 9.0f && std::fabs(z - std::round(z)) < 0.01f;
     if (cRow) {
       // Close to the pore pressure in the free-draining sand, above it in the silt.
       const double p2 = layer.idTop >= 1.8 ? u0 + 5.0 * noise.next() : u0 + 0.4 * (po - u0);
-      c = static_cast<int16_t>(std::lround(p2 - spec.deltaA));
+      c = static_cast<int16_t>(std::lround(p2 - plan.deltaA));
     }
     readings.push_back({z, static_cast<int16_t>(std::lround(a)), static_cast<int16_t>(std::lround(b)), c});
   }

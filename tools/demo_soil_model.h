@@ -14,7 +14,7 @@ struct Reading {
   int16_t a, b, c;
 };
 
-struct SoundingSpec {
+struct SoundingPlan {
   float zStart = 0.2f, zEnd = 25.0f, step = 0.2f;
   float waterTable = 2.0f;
   int deltaA = 15, deltaB = 40;
@@ -23,6 +23,6 @@ struct SoundingSpec {
 
 // Layers: a stiff desiccated crust over soft clay, clayey silt, then dense sand; C readings
 // every metre in the silt and sand.
-std::vector<Reading> makeSounding(const SoundingSpec& spec);
+std::vector<Reading> makeSounding(const SoundingPlan& plan);
 
 }  // namespace koru::demo

@@ -16,7 +16,7 @@
 
 namespace {
 
-void fillSounding(koru::cls_VERTICAL& vertical, const koru::demo::SoundingSpec& spec, const std::string& name) {
+void fillSounding(koru::cls_VERTICAL& vertical, const koru::demo::SoundingPlan& plan, const std::string& name) {
   vertical.strTestname = name;
   vertical.strFirm = "KORU Demo Geotechnics";
   vertical.strCustomer = "Harbour Authority";
@@ -25,7 +25,7 @@ void fillSounding(koru::cls_VERTICAL& vertical, const koru::demo::SoundingSpec& 
   vertical.strRemark = "Demo sounding from a layered soil model";
   vertical.strDate = "14 MAY 2026";
   vertical.strGPS = "44.4056 N 8.9463 E";
-  vertical.sngZw = spec.waterTable;
+  vertical.sngZw = plan.waterTable;
   vertical.createNewDMTTest();
   koru::cls_DmtTEST& test = *vertical.dmt;
   test.strFirm = vertical.strFirm;
@@ -35,11 +35,11 @@ void fillSounding(koru::cls_VERTICAL& vertical, const koru::demo::SoundingSpec& 
   test.strRemark = vertical.strRemark;
   test.strDate = vertical.strDate;
   test.strTstname = name;
-  test.intDeltaA = static_cast<int16_t>(spec.deltaA);
-  test.intDeltaB = static_cast<int16_t>(spec.deltaB);
-  test.sngZw = spec.waterTable;
+  test.intDeltaA = static_cast<int16_t>(plan.deltaA);
+  test.intDeltaB = static_cast<int16_t>(plan.deltaB);
+  test.sngZw = plan.waterTable;
   test.sngGammaTop = 18.5f;
-  for (const auto& r : koru::demo::makeSounding(spec)) test.addZABCtoData(r.z, r.a, r.b, r.c, false);
+  for (const auto& r : koru::demo::makeSounding(plan)) test.addZABCtoData(r.z, r.a, r.b, r.c, false);
 }
 
 // Shear wave velocity of the demo soil model at a depth, m/s.
@@ -136,8 +136,8 @@ int main(int argc, char** argv) {
 
   koru::cls_VERTICAL* first = site.newVertical(&problems);
   if (!first) return report(problems) ? 1 : 1;
-  koru::demo::SoundingSpec spec;
-  fillSounding(*first, spec, "SDMT 1");
+  koru::demo::SoundingPlan plan;
+  fillSounding(*first, plan, "SDMT 1");
   // Two dissipation tests: in the soft clay, where the excess pore pressure takes an hour or
   // more to go, and in the silt, where it goes in minutes.
   first->createNewDissipationTests();
@@ -170,7 +170,7 @@ int main(int argc, char** argv) {
 
   koru::cls_VERTICAL* second = site.newVertical(&problems);
   if (!second) return report(problems) ? 1 : 1;
-  koru::demo::SoundingSpec nearby;
+  koru::demo::SoundingPlan nearby;
   nearby.seed = 20260102;
   nearby.waterTable = 1.5f;
   nearby.zEnd = 20.0f;
@@ -189,7 +189,7 @@ int main(int argc, char** argv) {
   // A third sounding with the rod thrust read at every depth.
   koru::cls_VERTICAL* third = site.newVertical(&problems);
   if (!third) return report(problems) ? 1 : 1;
-  koru::demo::SoundingSpec thrusted;
+  koru::demo::SoundingPlan thrusted;
   thrusted.seed = 20260103;
   fillSounding(*third, thrusted, "SDMT 3");
   koru::DMTOptions options;
