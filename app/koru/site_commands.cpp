@@ -44,6 +44,14 @@ int verticalIndex(cls_SITE& site, const std::string& folder) {
   return 0;
 }
 
+// Opens the site and finds the vertical in it; its 1-based index, or 0 after telling why not.
+int openVertical(Context& context, const std::string& siteFolder, const std::string& verticalFolder, cls_SITE& site) {
+  if (!openSite(context, siteFolder, site)) return 0;
+  const int index = verticalIndex(site, verticalFolder);
+  if (index == 0) context.err << "koru: " << siteFolder << " has no vertical " << verticalFolder << '\n';
+  return index;
+}
+
 int siteList(Context& context) {
   const auto root = sitesPath(context);
   CsvLine header;
@@ -151,12 +159,8 @@ int verticalShow(Context& context) {
     return kExitUsage;
   }
   cls_SITE site;
-  if (!openSite(context, context.args[0], site)) return kExitDataError;
-  const int index = verticalIndex(site, context.args[1]);
-  if (index == 0) {
-    context.err << "koru: " << context.args[0] << " has no vertical " << context.args[1] << '\n';
-    return kExitDataError;
-  }
+  const int index = openVertical(context, context.args[0], context.args[1], site);
+  if (index == 0) return kExitDataError;
   static const char* kLabels[] = {"Test name", "Firm", "Customer", "Job", "Site", "Remark", "Date", "GPS",
                                   "Zabs",      "Zw",   "DMT",      "Vs",  "Vp",   "Dissipation"};
   auto lines = site.verticals.item(index)->verticalFileLines();
@@ -200,12 +204,8 @@ int verticalRemove(Context& context) {
     return kExitUsage;
   }
   cls_SITE site;
-  if (!openSite(context, context.args[0], site)) return kExitDataError;
-  const int index = verticalIndex(site, context.args[1]);
-  if (index == 0) {
-    context.err << "koru: " << context.args[0] << " has no vertical " << context.args[1] << '\n';
-    return kExitDataError;
-  }
+  const int index = openVertical(context, context.args[0], context.args[1], site);
+  if (index == 0) return kExitDataError;
   Diagnostic why;
   if (!site.verticals.Remove(index, &why) || !site.saveInfo(&why)) {
     context.err << why.toString() << '\n';
@@ -224,12 +224,8 @@ int verticalEval(Context& context) {
   EvalOutputOptions output;
   if (!parseEvalOptions(options, output, context.err)) return kExitUsage;
   cls_SITE site;
-  if (!openSite(context, siteFolder, site)) return kExitDataError;
-  const int index = verticalIndex(site, verticalFolder);
-  if (index == 0) {
-    context.err << "koru: " << siteFolder << " has no vertical " << verticalFolder << '\n';
-    return kExitDataError;
-  }
+  const int index = openVertical(context, siteFolder, verticalFolder, site);
+  if (index == 0) return kExitDataError;
   cls_VERTICAL* vertical = site.verticals.activate(index, output.options);
   reportProblems(vertical->problems(), context.err);
   if (!vertical->dmt || vertical->dmt->N() == 0) {
@@ -254,12 +250,8 @@ int verticalSeismic(Context& context) {
     return kExitUsage;
   }
   cls_SITE site;
-  if (!openSite(context, positional[0], site)) return kExitDataError;
-  const int index = verticalIndex(site, positional[1]);
-  if (index == 0) {
-    context.err << "koru: " << positional[0] << " has no vertical " << positional[1] << '\n';
-    return kExitDataError;
-  }
+  const int index = openVertical(context, positional[0], positional[1], site);
+  if (index == 0) return kExitDataError;
   cls_VERTICAL* vertical = site.verticals.activate(index, DMTOptions{});
   reportProblems(vertical->problems(), context.err);
   const auto& test = wave == "S" ? vertical->vsTest : vertical->vpTest;
@@ -284,12 +276,8 @@ int verticalStats(Context& context) {
     return kExitUsage;
   }
   cls_SITE site;
-  if (!openSite(context, context.args[0], site)) return kExitDataError;
-  const int index = verticalIndex(site, context.args[1]);
-  if (index == 0) {
-    context.err << "koru: " << context.args[0] << " has no vertical " << context.args[1] << '\n';
-    return kExitDataError;
-  }
+  const int index = openVertical(context, context.args[0], context.args[1], site);
+  if (index == 0) return kExitDataError;
   cls_FileOptions view;
   std::vector<Diagnostic> problems;
   view.initializeFromPalmiro(*site.verticals.item(index), DMTOptions{}, &problems);
