@@ -1,6 +1,7 @@
 #include "frame/numbers.h"
 
 #include <charconv>
+#include <clocale>
 #include <cmath>
 #include <limits>
 
@@ -192,6 +193,11 @@ std::string formatNumber(float value, std::string_view pattern) {
 std::string formatNumber(double value, std::string_view pattern) {
   if (!std::isfinite(value)) return "0";
   return format(DecimalDigits::of(value), pattern, 15);
+}
+
+std::string localDecimalSep() {
+  const std::lconv* conventions = std::localeconv();
+  return conventions && conventions->decimal_point && *conventions->decimal_point ? conventions->decimal_point : ".";
 }
 
 bool isMultiple(float a, int16_t b) {

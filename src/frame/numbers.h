@@ -35,6 +35,10 @@ std::optional<double> tryParseDouble(std::string_view text);
 std::string formatNumber(float value, std::string_view pattern);
 std::string formatNumber(double value, std::string_view pattern);
 
+// The machine locale's decimal separator ("," on many European machines). Files never use it:
+// it is only for telling the user what they may type.
+std::string localDecimalSep();
+
 // True if a / b is a whole number (false for b = 0).
 bool isMultiple(float a, int16_t b);
 

@@ -42,11 +42,13 @@ TEST(ParseSingle, ReadsPointDecimalsWhateverTheLocale) {
   std::string saved = old ? old : "C";
   // A machine whose decimal separator is a comma must still read "0.5" as one half.
   if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") || std::setlocale(LC_NUMERIC, "it_IT.UTF-8")) {
+    EXPECT_EQ(localDecimalSep(), ",");
     EXPECT_FLOAT_EQ(parseSingle("0.5"), 0.5f);
     EXPECT_EQ(formatNumber(0.5f, "0.00"), "0.50");
   }
   std::setlocale(LC_NUMERIC, saved.c_str());
   EXPECT_FLOAT_EQ(parseSingle("0.5"), 0.5f);
+  EXPECT_EQ(localDecimalSep(), ".");
 }
 
 TEST(ParseSingle, AcceptsBlanksSignsAndExponents) {
