@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -21,64 +22,43 @@ cls_statVec calculated(const std::vector<float>& values) {
   return s;
 }
 
-// ---- One parameter --------------------------------------------------------------------------
-
-TEST(StatisticsOfOneParameter, OneOneOneNineGivesMeanThreeAndOneValueSixAboveIt) {
-  const cls_statVec s = calculated({1, 1, 1, 9});
-  EXPECT_FLOAT_EQ(s.media, 3.0f);
-  EXPECT_EQ(s.N, 4);
-  EXPECT_EQ(s.nNon0, 4);
-  EXPECT_FLOAT_EQ(s.sngMin, 1.0f);
-  EXPECT_FLOAT_EQ(s.sngMax, 9.0f);
-  EXPECT_EQ(s.nOltreMedia, 1);
-  EXPECT_FLOAT_EQ(s.mediaOltreMedia, 6.0f);
+// One parameter's figures in a line: mean, counts, bounds, and the values above the mean with
+// their mean excess.
+std::string figuresOf(const cls_statVec& s) {
+  std::ostringstream out;
+  out << "mean " << s.media << ", N " << s.N << ", nNon0 " << s.nNon0 << ", min " << s.sngMin << ", max " << s.sngMax
+      << ", above " << s.nOltreMedia << " by " << s.mediaOltreMedia;
+  return out.str();
 }
 
-TEST(StatisticsOfOneParameter, ZerosAndNonFiniteValuesCountInNOnly) {
+// ---- One parameter --------------------------------------------------------------------------
+
+TEST(StatisticsOfOneParameter, FiguresCountNonZeroFiniteValuesAndTheExcessStrictlyAboveTheMean) {
   const float nan = std::numeric_limits<float>::quiet_NaN();
-  const cls_statVec s = calculated({0, 2, nan, 4, 0});
-  EXPECT_EQ(s.N, 5);
-  EXPECT_EQ(s.nNon0, 2);
-  EXPECT_FLOAT_EQ(s.media, 3.0f);
-  EXPECT_FLOAT_EQ(s.sngMin, 2.0f);
-  EXPECT_FLOAT_EQ(s.sngMax, 4.0f);
-  EXPECT_EQ(s.nOltreMedia, 1);
-  EXPECT_FLOAT_EQ(s.mediaOltreMedia, 1.0f);
-  // Ud and Uo can be negative: a 0 is still a missing reading, not a value above the mean.
-  const cls_statVec negative = calculated({-2, 0, -4, 0});
-  EXPECT_FLOAT_EQ(negative.media, -3.0f);
-  EXPECT_EQ(negative.nOltreMedia, 1);
-  EXPECT_FLOAT_EQ(negative.mediaOltreMedia, 1.0f);
+  const struct {
+    std::vector<float> values;
+    const char* figures;
+  } cases[] = {
+      {{1, 1, 1, 9}, "mean 3, N 4, nNon0 4, min 1, max 9, above 1 by 6"},
+      // Zeros and non-finite values count in N only.
+      {{0, 2, nan, 4, 0}, "mean 3, N 5, nNon0 2, min 2, max 4, above 1 by 1"},
+      // Ud and Uo can be negative: a 0 is still a missing reading, not a value above the mean.
+      {{-2, 0, -4, 0}, "mean -3, N 4, nNon0 2, min -4, max -2, above 1 by 1"},
+      // Values equal to the mean are not above it.
+      {{7.5f}, "mean 7.5, N 1, nNon0 1, min 7.5, max 7.5, above 0 by 0"},
+      {{1, 2, 2, 3}, "mean 2, N 4, nNon0 4, min 1, max 3, above 1 by 1"},
+      // The smallest's starting bound is a plain number, not "no value yet": readings above it
+      // never beat it.
+      {{200000, 300000}, "mean 250000, N 2, nNon0 2, min 100000, max 300000, above 1 by 50000"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(figuresOf(calculated(c.values)), c.figures);
 }
 
 TEST(StatisticsOfOneParameter, OnlyZerosLeaveStartingBoundsZeroMeanAndTheLastExcessFigures) {
   cls_statVec s = calculated({1, 1, 1, 9});
   s.vettore = {0, 0, 0};
   s.statCalculate();
-  EXPECT_FLOAT_EQ(s.media, 0.0f);
-  EXPECT_EQ(s.N, 3);
-  EXPECT_EQ(s.nNon0, 0);
-  EXPECT_FLOAT_EQ(s.sngMax, -1000000.0f);
-  EXPECT_FLOAT_EQ(s.sngMin, 100000.0f);
-  EXPECT_EQ(s.nOltreMedia, 1);
-  EXPECT_FLOAT_EQ(s.mediaOltreMedia, 6.0f);
-}
-
-TEST(StatisticsOfOneParameter, ValuesEqualToTheMeanAreNotAboveIt) {
-  const cls_statVec one = calculated({7.5f});
-  EXPECT_FLOAT_EQ(one.media, 7.5f);
-  EXPECT_EQ(one.nOltreMedia, 0);
-  EXPECT_FLOAT_EQ(one.mediaOltreMedia, 0.0f);
-  const cls_statVec s = calculated({1, 2, 2, 3});
-  EXPECT_EQ(s.nOltreMedia, 1);
-  EXPECT_FLOAT_EQ(s.mediaOltreMedia, 1.0f);
-}
-
-TEST(StatisticsOfOneParameter, SmallestNeverRisesAboveItsStartingBound) {
-  // The starting bound is a plain number, not "no value yet": readings above it never beat it.
-  const cls_statVec s = calculated({200000, 300000});
-  EXPECT_FLOAT_EQ(s.sngMin, 100000.0f);
-  EXPECT_FLOAT_EQ(s.sngMax, 300000.0f);
+  EXPECT_EQ(figuresOf(s), "mean 0, N 3, nNon0 0, min 100000, max -1e+06, above 1 by 6");
 }
 
 TEST(StatisticsOfOneParameter, CountsBeyondSixteenBitsStayAtTheLimitWhileTheMeanUsesAll) {
@@ -111,12 +91,7 @@ TEST(StatisticsMerge, MeanIsWeightedByReadingsWhileExcessFiguresAndValuesStayThi
   cls_statVec a = calculated({1, 1, 1, 9});
   a.add(calculated({6, 0, 100, 100}));
   EXPECT_FLOAT_EQ(a.media, (4 * 3.0f + 3 * 206.0f / 3) / 7);
-  EXPECT_EQ(a.nNon0, 7);
-  EXPECT_EQ(a.N, 8);
-  EXPECT_FLOAT_EQ(a.sngMax, 100.0f);
-  EXPECT_FLOAT_EQ(a.sngMin, 1.0f);
-  EXPECT_EQ(a.nOltreMedia, 1);
-  EXPECT_FLOAT_EQ(a.mediaOltreMedia, 6.0f);
+  EXPECT_EQ(figuresOf(a), "mean 31.1429, N 8, nNon0 7, min 1, max 100, above 1 by 6");
   EXPECT_EQ(a.vettore, (std::vector<float>{1, 1, 1, 9}));
 }
 
@@ -161,19 +136,13 @@ TEST(StatisticsMerge, VectorsOfAVerticalMergeWithTheirFellows) {
 
 // ---- Best maximum of a plot box -------------------------------------------------------------
 
-TEST(StatisticsBestMax, OneOneOneNineReachesSixSeventyFiveForMAndNineForKd) {
-  cls_statVars s;
-  s.M.setVecAndCalculate(std::vector<float>{1, 1, 1, 9});
-  s.Kd.setVecAndCalculate(std::vector<float>{1, 1, 1, 9});
-  EXPECT_FLOAT_EQ(s.getNameBestMax("M"), 6.75f);  // 0.25 x 2.5 x 6 + 3
-  EXPECT_FLOAT_EQ(s.getNameBestMax("KD"), 9.0f);  // 0.25 x 5 x 6 + 3 = 10.5, cut to the largest
-}
-
-TEST(StatisticsBestMax, TheNameIsTakenInAnyCase) {
+TEST(StatisticsBestMax, OneOneOneNineReachesSixSeventyFiveForMAndNineForKdWhateverTheCase) {
   cls_statVars s;
   s.M.setVecAndCalculate(std::vector<float>{1, 1, 1, 9});
   s.Kd.setVecAndCalculate(std::vector<float>{1, 1, 1, 9});
   s.sPhi.setVecAndCalculate(std::vector<float>{30});
+  EXPECT_FLOAT_EQ(s.getNameBestMax("M"), 6.75f);  // 0.25 x 2.5 x 6 + 3
+  EXPECT_FLOAT_EQ(s.getNameBestMax("KD"), 9.0f);  // 0.25 x 5 x 6 + 3 = 10.5, cut to the largest
   EXPECT_FLOAT_EQ(s.getNameBestMax("m"), 6.75f);
   EXPECT_FLOAT_EQ(s.getNameBestMax("kD"), 9.0f);
   EXPECT_FLOAT_EQ(s.getNameBestMax("Phi"), 30.0f);
@@ -197,22 +166,18 @@ TEST(StatisticsBestMax, EveryNameOfTheTablePicksItsVector) {
   }
 }
 
-TEST(StatisticsBestMax, PressureBoxesOfPoAndP1AreScaledOnP1) {
+TEST(StatisticsBestMax, PressureBoxesAreScaledOnP1AndOnP2) {
   cls_statVars s;
   s.Po.setVecAndCalculate(std::vector<float>{500});
   s.P1.setVecAndCalculate(std::vector<float>{300});
   EXPECT_FLOAT_EQ(s.getNameBestMax("P0P1"), 300.0f);
   EXPECT_FLOAT_EQ(s.getNameBestMax("U0P2P0P1"), 300.0f);
-}
-
-TEST(StatisticsBestMax, P2U0ReachesP2sLargestWhateverUo) {
-  cls_statVars s;
+  // P2U0: the larger of the two largest values, then cut to P2's own largest, whatever Uo.
   s.P2.setVecAndCalculate(std::vector<float>{100, 200});
-  s.Uo.setVecAndCalculate(std::vector<float>{300});
-  // The larger of the two largest values, then cut to P2's own largest.
-  EXPECT_FLOAT_EQ(s.getNameBestMax("P2U0"), 200.0f);
-  s.Uo.setVecAndCalculate(std::vector<float>{50});
-  EXPECT_FLOAT_EQ(s.getNameBestMax("P2U0"), 200.0f);
+  for (float uo : {300.0f, 50.0f}) {
+    s.Uo = calculated({uo});
+    EXPECT_FLOAT_EQ(s.getNameBestMax("P2U0"), 200.0f) << uo;
+  }
 }
 
 TEST(StatisticsBestMax, AnUnknownNameOrAParameterWithoutReadingsGivesZero) {
@@ -268,30 +233,23 @@ class StatisticsOfASite : public ::testing::Test {
   cls_KORUStatistics stats;
 };
 
-TEST_F(StatisticsOfASite, EachVerticalHasItsOwnFiguresUnderItsName) {
+TEST_F(StatisticsOfASite, EachVerticalHasItsOwnFiguresUnderItsNameAndTheSiteGathersThemAll) {
   ASSERT_EQ(stats.verticalStats.size(), 2u);
-  const cls_statVars* sa = stats.getVerticalStat("A");
-  const cls_statVars* sb = stats.getVerticalStat("B");
-  ASSERT_NE(sa, nullptr);
-  ASSERT_NE(sb, nullptr);
-  EXPECT_FLOAT_EQ(sa->M.media, 3.0f);
-  EXPECT_EQ(sa->M.N, 4);
-  EXPECT_FLOAT_EQ(sb->M.media, 3.0f);
-  EXPECT_EQ(sb->M.N, 3);
-  EXPECT_EQ(sb->M.nNon0, 2);
+  ASSERT_NE(stats.getVerticalStat("A"), nullptr);
+  ASSERT_NE(stats.getVerticalStat("B"), nullptr);
+  EXPECT_EQ(figuresOf(stats.getVerticalStat("A")->M), "mean 3, N 4, nNon0 4, min 1, max 9, above 1 by 6");
+  EXPECT_EQ(figuresOf(stats.getVerticalStat("B")->M), "mean 3, N 3, nNon0 2, min 2, max 4, above 1 by 1");
   EXPECT_EQ(stats.getVerticalStat("C"), nullptr);
-}
 
-TEST_F(StatisticsOfASite, TheSiteGathersTheValuesOfAllVerticals) {
   EXPECT_EQ(stats.siteStat.M.vettore, (std::vector<float>{1, 1, 1, 9, 2, 0, 4}));
-  EXPECT_EQ(stats.siteStat.M.N, 7);
-  EXPECT_EQ(stats.siteStat.M.nNon0, 6);
-  EXPECT_FLOAT_EQ(stats.siteStat.M.media, 3.0f);
-  EXPECT_FLOAT_EQ(stats.siteStat.M.sngMax, 9.0f);
-  EXPECT_EQ(stats.siteStat.M.nOltreMedia, 2);  // 9 and 4
-  EXPECT_FLOAT_EQ(stats.siteStat.M.mediaOltreMedia, 3.5f);
+  EXPECT_EQ(figuresOf(stats.siteStat.M), "mean 3, N 7, nNon0 6, min 1, max 9, above 2 by 3.5");  // 9 and 4
   // 2/6 x 2.5 x 3.5 + 3 over the whole site.
   EXPECT_NEAR(stats.siteStat.getNameBestMax("M"), 5.9166667f, 1e-5);
+
+  EXPECT_EQ(stats.countDmt, 2);
+  EXPECT_EQ(stats.countDmtWithC, 1);
+  EXPECT_EQ(stats.countVs, 1);
+  EXPECT_EQ(stats.countVp, 1);
 }
 
 TEST_F(StatisticsOfASite, VelocitiesJoinOnlyFromVerticalsThatHaveThem) {
@@ -306,13 +264,6 @@ TEST_F(StatisticsOfASite, VelocitiesJoinOnlyFromVerticalsThatHaveThem) {
   EXPECT_FLOAT_EQ(sb->Vp.media, 1600.0f);
   EXPECT_EQ(stats.siteStat.Vs.vettore, (std::vector<float>{200, 0, 300}));
   EXPECT_EQ(stats.siteStat.Vp.vettore, (std::vector<float>{1500, 0, 1600, 1700}));
-}
-
-TEST_F(StatisticsOfASite, CountersFollowTheTestsOfEachVertical) {
-  EXPECT_EQ(stats.countDmt, 2);
-  EXPECT_EQ(stats.countDmtWithC, 1);
-  EXPECT_EQ(stats.countVs, 1);
-  EXPECT_EQ(stats.countVp, 1);
 }
 
 TEST_F(StatisticsOfASite, AThirdVerticalKeepsAppendingToTheSite) {

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -106,55 +107,43 @@ TEST(ThrustFileRead, LfLinesAndBlankRowLinesReadLikeTheWrittenForm) {
   EXPECT_EQ(r.thrusts, (std::vector<float>{120, 0, 0, 90}));
 }
 
-TEST(ThrustFileRead, FirstRowWithZeroThrustEndsTheReadingAtOnceAndANegativeOneLater) {
-  Read r = readRows(kDepths, "Z = 1.00, TH = 0\r\nZ = 1.20, TH = 50\r\n");
-  EXPECT_TRUE(r.ok);
-  EXPECT_EQ(r.thrusts, (std::vector<float>{0, 0, 0, 0}));
-  r = readRows(kDepths, "Z = 1.00, TH = 10\r\nZ = 1.20, TH = -5\r\nZ = 1.40, TH = 50\r\n");
-  EXPECT_TRUE(r.ok);
-  EXPECT_EQ(r.thrusts, (std::vector<float>{10, 0, 0, 0}));
-}
-
-TEST(ThrustFileRead, DepthOutsideTheRowsEndsTheReadingWhenThePointerLeavesThem) {
-  Read r = readRows(kDepths, "Z = 1.00, TH = 100\r\nZ = 5.00, TH = 200\r\nZ = 1.40, TH = 300\r\n");
-  EXPECT_FALSE(r.ok);
-  EXPECT_EQ(r.why.line, 11);
-  EXPECT_NE(r.why.reason.find("matches no row"), std::string::npos) << r.why.reason;
-  EXPECT_EQ(r.thrusts, (std::vector<float>{100, 0, 0, 0}));
-  r = readRows(kDepths, "Z = 1.40, TH = 100\r\nZ = 0.40, TH = 200\r\n");
-  EXPECT_FALSE(r.ok);
-  EXPECT_EQ(r.thrusts, (std::vector<float>{0, 0, 100, 0}));
-  r = readRows({}, "Z = 1.00, TH = 100\r\n");  // a test without rows has none to meet
-  EXPECT_FALSE(r.ok);
-  EXPECT_TRUE(r.thrusts.empty());
-}
-
-TEST(ThrustFileRead, DepthBetweenTwoRowsEndsTheReadingInsteadOfWalkingForever) {
-  const Read r = readRows(kDepths, "Z = 1.10, TH = 100\r\nZ = 1.40, TH = 300\r\n");
-  EXPECT_FALSE(r.ok);
-  EXPECT_EQ(r.why.line, 10);
-  EXPECT_EQ(r.thrusts, (std::vector<float>{0, 0, 0, 0}));
-}
-
-TEST(ThrustFileRead, PointerWalksBackForRowsOutOfOrderAndPastTheLastRow) {
-  const Read r = readRows(kDepths, "Z = 1.60, TH = 40\r\nZ = 1.20, TH = 20\r\nZ = 1.00, TH = 10\r\n");
-  ASSERT_TRUE(r.ok) << r.why.reason;
-  EXPECT_EQ(r.thrusts, (std::vector<float>{10, 20, 0, 40}));
-}
-
-TEST(ThrustFileRead, DepthsMatchWithinFiveMillimetres) {
-  EXPECT_EQ(readRows(kDepths, "Z = 1.204, TH = 7\r\n").thrusts, (std::vector<float>{0, 7, 0, 0}));
-  EXPECT_EQ(readRows(kDepths, "Z = 1.196, TH = 7\r\n").thrusts, (std::vector<float>{0, 7, 0, 0}));
-  EXPECT_FALSE(readRows(kDepths, "Z = 1.206, TH = 7\r\n").ok);
-}
-
-TEST(ThrustFileRead, UnreadableRowSaysWhichLineAndKeepsTheRowsBefore) {
-  for (const char* bad : {"Z = 1.20 TH = 300", "Z = 1.20, TH 300", "Z = one, TH = 300", "Z = 1.20, TH = 1e99"}) {
-    const Read r = readRows(kDepths, std::string("Z = 1.00, TH = 100\r\n") + bad + "\r\nZ = 1.40, TH = 5\r\n");
-    EXPECT_FALSE(r.ok) << bad;
-    EXPECT_EQ(r.why.line, 11) << bad;
-    EXPECT_EQ(r.thrusts, (std::vector<float>{100, 0, 0, 0})) << bad;
+// The rows are read from line 10 on, below the head; a pointer runs along the test's rows.
+TEST(ThrustFileRead, RowsAreMatchedToTheTestsRowsUntilOneEndsTheReading) {
+  struct Case {
+    std::string what, rows;
+    bool ok;
+    int line;  // that ended the reading with a failure, 0 if none
+    std::vector<float> thrusts;
+  };
+  std::vector<Case> cases = {
+      {"a zero thrust on the first row ends the reading at once", "Z = 1.00, TH = 0\r\nZ = 1.20, TH = 50\r\n", true, 0,
+       {0, 0, 0, 0}},
+      {"so does a negative one later", "Z = 1.00, TH = 10\r\nZ = 1.20, TH = -5\r\nZ = 1.40, TH = 50\r\n", true, 0,
+       {10, 0, 0, 0}},
+      {"the pointer walks back for rows out of order and past the last row",
+       "Z = 1.60, TH = 40\r\nZ = 1.20, TH = 20\r\nZ = 1.00, TH = 10\r\n", true, 0, {10, 20, 0, 40}},
+      {"depths match within 5 mm above", "Z = 1.204, TH = 7\r\n", true, 0, {0, 7, 0, 0}},
+      {"and below", "Z = 1.196, TH = 7\r\n", true, 0, {0, 7, 0, 0}},
+      {"but not beyond", "Z = 1.206, TH = 7\r\n", false, 10, {0, 0, 0, 0}},
+      {"a depth below the rows ends the reading when the pointer leaves them",
+       "Z = 1.00, TH = 100\r\nZ = 5.00, TH = 200\r\nZ = 1.40, TH = 300\r\n", false, 11, {100, 0, 0, 0}},
+      {"so does one above them", "Z = 1.40, TH = 100\r\nZ = 0.40, TH = 200\r\n", false, 11, {0, 0, 100, 0}},
+      {"a depth between two rows ends the reading instead of walking forever",
+       "Z = 1.10, TH = 100\r\nZ = 1.40, TH = 300\r\n", false, 10, {0, 0, 0, 0}},
+  };
+  for (const char* bad : {"Z = 1.20 TH = 300", "Z = 1.20, TH 300", "Z = one, TH = 300", "Z = 1.20, TH = 1e99"})
+    cases.push_back({std::string("unreadable row ") + bad, std::string("Z = 1.00, TH = 100\r\n") + bad +
+                     "\r\nZ = 1.40, TH = 5\r\n", false, 11, {100, 0, 0, 0}});
+  for (const Case& c : cases) {
+    const Read r = readRows(kDepths, c.rows);
+    EXPECT_EQ(r.ok, c.ok) << c.what;
+    EXPECT_EQ(r.why.line, c.line) << c.what;
+    EXPECT_EQ(r.thrusts, c.thrusts) << c.what;
   }
+  EXPECT_NE(readRows(kDepths, cases[6].rows).why.reason.find("matches no row"), std::string::npos);
+  const Read none = readRows({}, "Z = 1.00, TH = 100\r\n");  // a test without rows has none to meet
+  EXPECT_FALSE(none.ok);
+  EXPECT_TRUE(none.thrusts.empty());
 }
 
 // --- Adding, removing, loading and saving with the record ----------------------------------------
@@ -181,148 +170,115 @@ const std::string kThrust =
     "Z = 1.60, TH = 515\r\n"
     "Z = 2.00, TH = 660\r\n";
 
-TEST(ThrustRecord, AddThrustSetsTheFlagTheAddDefaultsAndTheThrustOptions) {
+// The thrust options side by side.
+std::string thrustOptionsOf(const DMTOptions& o) {
+  std::ostringstream out;
+  out << "phi method " << o.intPhiMethod << " from Id " << o.sngPhiIdMin << ", Ko " << o.blnK0Thrust << " from Id "
+      << o.sngK0ThrustIdMin << ", OCR " << o.intOCRThrust;
+  return out.str();
+}
+
+const std::string kThrustOptionsOn = "phi method 1 from Id 1.2, Ko 1 from Id 1.2, OCR 1";
+const std::string kThrustOptionsOff = "phi method 0 from Id 1.8, Ko 0 from Id 0, OCR 0";
+
+TEST(ThrustDefaults, AddThrustSetsTheFlagTheAddDefaultsAndTheThrustOptions) {
   cls_DmtTEST t;
   t.rodData.sngBladeWidth = 50;
   DMTOptions o;
   t.addThrust(o);
   EXPECT_TRUE(t.blnHasThrust);
+  EXPECT_EQ(thrustFileText(t.rodData, {}, {}), thrustFileText(RodData::addThrustDefaults(), {}, {}));
   EXPECT_FLOAT_EQ(t.rodData.sngBladeWidth, 94.0f);
-  EXPECT_EQ(t.rodData.strRodType, "OTHER");
-  EXPECT_EQ(o.intPhiMethod, 1);
-  EXPECT_FLOAT_EQ(o.sngPhiIdMin, 1.2f);
-  EXPECT_TRUE(o.blnK0Thrust);
-  EXPECT_FLOAT_EQ(o.sngK0ThrustIdMin, 1.2f);
-  EXPECT_EQ(o.intOCRThrust, 1);
-}
+  EXPECT_EQ(thrustOptionsOf(o), kThrustOptionsOn);
 
-TEST(ThrustRecord, DialogDefaultsDifferFromTheAddDefaultsOnlyInBladeWidth) {
-  const RodData add = RodData::addThrustDefaults(), dialog = RodData::dialogDefaults();
-  EXPECT_FLOAT_EQ(add.sngBladeWidth, 94.0f);
+  // The dialog's defaults differ only in the blade width.
+  RodData dialog = RodData::dialogDefaults();
   EXPECT_FLOAT_EQ(dialog.sngBladeWidth, 96.0f);
-  RodData same = dialog;
-  same.sngBladeWidth = add.sngBladeWidth;
-  EXPECT_EQ(thrustFileText(same, {}, {}), thrustFileText(add, {}, {}));
+  dialog.sngBladeWidth = 94.0f;
+  EXPECT_EQ(thrustFileText(dialog, {}, {}), thrustFileText(t.rodData, {}, {}));
 }
 
-TEST(ThrustRecord, RemoveThrustDeletesTheFileAndResetsTheOptions) {
+// A test saved as DMT_1.dat in a scratch folder, its thrust file beside it.
+class ThrustRecord : public ::testing::Test {
+ protected:
+  void SetUp() override { t.setDatPath(dir.write("DMT_1.dat", kDat)); }
+  fs::path thrustFile() const { return dir / "Thrust.dat"; }
   ScratchFolder dir;
   cls_DmtTEST t;
-  t.setDatPath(dir.write("DMT_1.dat", kDat));
-  dir.write("Thrust.dat", kThrust);
-  EXPECT_EQ(t.thrustFilePath(), dir / "Thrust.dat");
-  ASSERT_TRUE(t.hasThrustFile());
   DMTOptions o;
-  t.addThrust(o);
-  o.sngPhiIdMin = 1.2f;
-
   Diagnostic why;
+};
+
+TEST_F(ThrustRecord, RemoveThrustDeletesTheFileAndResetsTheOptions) {
+  dir.write("Thrust.dat", kThrust);
+  EXPECT_EQ(t.thrustFilePath(), thrustFile());
+  ASSERT_TRUE(t.hasThrustFile());
+  t.addThrust(o);
   EXPECT_TRUE(t.removeThrust(o, &why)) << why.toString();
   EXPECT_FALSE(t.blnHasThrust);
-  EXPECT_FALSE(fs::exists(dir / "Thrust.dat"));
   EXPECT_FALSE(t.hasThrustFile());
   EXPECT_TRUE(fs::exists(dir / "DMT_1.dat"));
-  EXPECT_EQ(o.intPhiMethod, 0);
-  EXPECT_FLOAT_EQ(o.sngPhiIdMin, 1.8f);
-  EXPECT_FALSE(o.blnK0Thrust);
-  EXPECT_FLOAT_EQ(o.sngK0ThrustIdMin, 0.0f);
-  EXPECT_EQ(o.intOCRThrust, 0);
+  EXPECT_EQ(thrustOptionsOf(o), kThrustOptionsOff);
+  EXPECT_TRUE(t.removeThrust(o, &why));  // nothing left to delete is no failure
 
-  // Nothing left to delete is no failure.
-  EXPECT_TRUE(t.removeThrust(o, &why));
-}
-
-TEST(ThrustRecord, RemoveThrustThatCannotDeleteSaysWhy) {
-  ScratchFolder dir;
-  cls_DmtTEST t;
-  t.setDatPath(dir / "DMT_1.dat");
-  fs::create_directory(dir / "Thrust.dat");
-  DMTOptions o;
+  // A thrust file that cannot be deleted (a folder of that name) fails, yet resets all the same.
+  fs::create_directory(thrustFile());
   t.addThrust(o);
-  Diagnostic why;
   EXPECT_FALSE(t.removeThrust(o, &why));
-  EXPECT_EQ(why.file, dir / "Thrust.dat");
+  EXPECT_EQ(why.file, thrustFile());
   EXPECT_FALSE(t.blnHasThrust);
   EXPECT_EQ(o.intPhiMethod, 0);
 }
 
-TEST(ThrustRecord, LoadThenSaveGivesTheSameBytesForBothFiles) {
-  ScratchFolder dir;
-  cls_DmtTEST t;
-  t.setDatPath(dir.write("DMT_1.dat", kDat));
+TEST_F(ThrustRecord, LoadThenSaveGivesTheSameBytesForBothFiles) {
   dir.write("Thrust.dat", kThrust);
-  Diagnostic why;
   ASSERT_EQ(t.loadFile(&why), -1) << why.toString();
   EXPECT_TRUE(t.blnHasThrust);
   EXPECT_EQ(t.rodData.strRodType, "Pagani 36");
-  EXPECT_FLOAT_EQ(t.rodData.sngRatioDelPhi, 0.667f);
   EXPECT_EQ(t.vTH, (std::vector<float>{420, 0, 515, 0, 660}));
-
   ASSERT_EQ(t.saveFile(&why), -1) << why.toString();
   EXPECT_EQ(ScratchFolder::read(dir / "DMT_1.dat"), kDat);
-  EXPECT_EQ(ScratchFolder::read(dir / "Thrust.dat"), kThrust);
+  EXPECT_EQ(ScratchFolder::read(thrustFile()), kThrust);
 }
 
-TEST(ThrustRecord, LoadingWithOptionsSetsThemAsAddingDoes) {
-  ScratchFolder dir;
-  cls_DmtTEST t;
-  t.setDatPath(dir.write("DMT_1.dat", kDat));
+TEST_F(ThrustRecord, LoadingWithOptionsSetsThemAsAddingDoes) {
   ASSERT_EQ(t.loadFile(), -1);
-  DMTOptions o;
   EXPECT_TRUE(t.loadThrust(&o));  // no file: nothing happens
   EXPECT_FALSE(t.blnHasThrust);
-  EXPECT_EQ(o.intPhiMethod, 0);
-
+  EXPECT_EQ(thrustOptionsOf(o), kThrustOptionsOff);
   dir.write("Thrust.dat", kThrust);
   EXPECT_TRUE(t.loadThrust(&o));
   EXPECT_TRUE(t.blnHasThrust);
-  EXPECT_EQ(o.intPhiMethod, 1);
-  EXPECT_EQ(o.intOCRThrust, 1);
+  EXPECT_EQ(thrustOptionsOf(o), kThrustOptionsOn);
 }
 
-TEST(ThrustRecord, TestWithoutThrustWritesNoThrustFileAndAddedThrustIsWrittenAtTheNextSave) {
-  ScratchFolder dir;
-  cls_DmtTEST t;
-  t.setDatPath(dir.write("DMT_1.dat", kDat));
+TEST_F(ThrustRecord, TestWithoutThrustWritesNoThrustFileAndAddedThrustIsWrittenAtTheNextSave) {
   ASSERT_EQ(t.loadFile(), -1);
   EXPECT_FALSE(t.blnHasThrust);
   ASSERT_EQ(t.saveFile(), -1);
-  EXPECT_FALSE(fs::exists(dir / "Thrust.dat"));
-
-  DMTOptions o;
+  EXPECT_FALSE(fs::exists(thrustFile()));
   t.addThrust(o);
-  EXPECT_FALSE(fs::exists(dir / "Thrust.dat"));  // adding writes nothing by itself
+  EXPECT_FALSE(fs::exists(thrustFile()));  // adding writes nothing by itself
   t.vTH[1] = 333.0f;
   ASSERT_EQ(t.saveFile(), -1);
-  EXPECT_EQ(ScratchFolder::read(dir / "Thrust.dat"), kDefaultHead + "Z = 1.40, TH = 333\r\n");
+  EXPECT_EQ(ScratchFolder::read(thrustFile()), kDefaultHead + "Z = 1.40, TH = 333\r\n");
+
+  // A folder where the file should go fails the save, and says why.
+  fs::remove(thrustFile());
+  fs::create_directory(thrustFile());
+  EXPECT_EQ(t.saveFile(&why), 0);
+  EXPECT_EQ(why.file, thrustFile());
+  EXPECT_FALSE(why.reason.empty());
 }
 
-TEST(ThrustRecord, ThrustFileThatStopsAtAnUnmatchedDepthMakesTheLoadIncompleteAndNamesIt) {
-  ScratchFolder dir;
-  cls_DmtTEST t;
-  t.setDatPath(dir.write("DMT_1.dat", kDat));
+TEST_F(ThrustRecord, ThrustFileThatStopsAtAnUnmatchedDepthMakesTheLoadIncompleteAndNamesIt) {
   dir.write("Thrust.dat", kDefaultHead + "Z = 1.40, TH = 50\r\nZ = 9.00, TH = 60\r\nZ = 2.00, TH = 70\r\n");
-  Diagnostic why;
   EXPECT_EQ(t.loadFile(&why), 0);
-  EXPECT_EQ(why.file, dir / "Thrust.dat");
+  EXPECT_EQ(why.file, thrustFile());
   EXPECT_EQ(why.line, 11);
   EXPECT_EQ(t.N(), 5);
   EXPECT_TRUE(t.blnHasThrust);
   EXPECT_EQ(t.vTH, (std::vector<float>{0, 50, 0, 0, 0}));
-}
-
-TEST(ThrustRecord, FailedThrustSaveFailsTheSaveAndSaysWhy) {
-  ScratchFolder dir;
-  cls_DmtTEST t;
-  t.setDatPath(dir.write("DMT_1.dat", kDat));
-  ASSERT_EQ(t.loadFile(), -1);
-  DMTOptions o;
-  t.addThrust(o);
-  fs::create_directory(dir / "Thrust.dat");  // a folder where the file should go
-  Diagnostic why;
-  EXPECT_EQ(t.saveFile(&why), 0);
-  EXPECT_EQ(why.file, dir / "Thrust.dat");
-  EXPECT_FALSE(why.reason.empty());
 }
 
 // --- The angle that balances the thrust --------------------------------------------------------
@@ -391,9 +347,11 @@ TEST(ThrustPhi, AngleComesToItsBisectionPrecisionInsideTheBracket) {
 }
 
 TEST(ThrustPhi, ThrustOutsideTheBracketOrWithoutAnswerGivesZero) {
-  const RodData rod;
   const Row& r = kSandAt6m;
-  const auto solve = [&](double thrust) { return solveThrustPhi(r.z, thrust, r.sigmaBar, 3, 2.5, r.uoBar, r.poBar, rod); };
+  const auto solve = [&](double thrust, const RodData& rod = RodData()) {
+    return solveThrustPhi(r.z, thrust, r.sigmaBar, 3, 2.5, r.uoBar, r.poBar, rod);
+  };
+  const RodData rod;
   EXPECT_EQ(solve(0), 0.0);
   EXPECT_EQ(solve(thrustFor(r, 24.5, exactNq(24.5), 0, rod)), 0.0);
   EXPECT_EQ(solve(thrustFor(r, 42.5, exactNq(42.5), 0, rod)), 0.0);
@@ -403,20 +361,16 @@ TEST(ThrustPhi, ThrustOutsideTheBracketOrWithoutAnswerGivesZero) {
   EXPECT_EQ(solveThrustPhi(r.z, 900, 0, 3, 2.5, r.uoBar, r.poBar, rod), 0.0);
   RodData noBlade;
   noBlade.sngBladeThickness = 0;
-  EXPECT_EQ(solveThrustPhi(r.z, 900, r.sigmaBar, 3, 2.5, r.uoBar, r.poBar, noBlade), 0.0);
+  EXPECT_EQ(solve(900, noBlade), 0.0);
   for (float ratio : {-0.1f, 1.5f}) {
     RodData badRatio;
     badRatio.sngRatioDelPhi = ratio;
-    EXPECT_EQ(solveThrustPhi(r.z, 750, r.sigmaBar, 3, 2.5, r.uoBar, r.poBar, badRatio), 0.0) << ratio;
+    EXPECT_EQ(solve(750, badRatio), 0.0) << ratio;
   }
-}
-
-TEST(ThrustPhi, WithoutAReducerWiderThanTheRodsNoAngleIsGiven) {
-  RodData rod;
-  const Row& r = kSandAt6m;
-  const double thrust = thrustFor(r, 35, exactNq(35), 0, rod);
-  rod.sngReducerDiameter = rod.sngRodDiameter;
-  EXPECT_EQ(solveThrustPhi(r.z, thrust, r.sigmaBar, 3, 2.5, r.uoBar, r.poBar, rod), 0.0);
+  // Without a reducer wider than the rods no angle is given.
+  RodData noReducer;
+  noReducer.sngReducerDiameter = noReducer.sngRodDiameter;
+  EXPECT_EQ(solve(thrustFor(r, 35, exactNq(35), 0, rod), noReducer), 0.0);
 }
 
 TEST(ThrustPhi, WhatHelpsThePushLowersTheAngleAndWhatHoldsTheBladeRaisesIt) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "frame/memory_settings_store.h"
@@ -17,129 +18,80 @@ namespace {
 
 using testing::ScratchFolder;
 using testing::ScriptedPrompts;
+using Entries = std::vector<std::pair<int, std::string>>;
 
-std::vector<int> idsOf(const std::vector<LanguageEntry>& entries) {
-  std::vector<int> ids;
-  for (const auto& e : entries) ids.push_back(e.id);
-  return ids;
+Entries entriesOf(const std::vector<LanguageEntry>& entries) {
+  Entries out;
+  for (const auto& e : entries) out.emplace_back(e.id, e.text);
+  return out;
 }
 
 // ---------------------------------------------------------------------------------------------
 // Reading a language file
 
-TEST(StringsReader, ReadsEntriesWithBlanksAroundTheIdAndSkipsCommentsAndEmptyLines) {
-  auto entries = parseLanguageFile(
-      "// heading comment\r\n"
-      "\r\n"
-      "1 \"One\"\r\n"
-      "   2   \"Two with  inner  blanks\"\r\n"
-      "\t3\t\"Three\"\r\n"
-      "   \r\n"
-      "4\"No blank before the quote\"\r\n"
-      "// 5 \"commented out\"\r\n"
-      "6 \"Blanks after the closing quote\"   \r\n");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{1, 2, 3, 4, 6}));
-  EXPECT_EQ(entries[0].text, "One");
-  EXPECT_EQ(entries[1].text, "Two with  inner  blanks");
-  EXPECT_EQ(entries[2].text, "Three");
-  EXPECT_EQ(entries[3].text, "No blank before the quote");
-  EXPECT_EQ(entries[4].text, "Blanks after the closing quote");
-  EXPECT_EQ(entries[1].line, 4);
-}
-
-TEST(StringsReader, EmptyTextsAndQuotesInsideATextAreKept) {
-  auto entries = parseLanguageFile("10 \"\"\r\n11 \"Press \"OK\" to go on\"\r\n12 \" leading blank\"\r\n");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{10, 11, 12}));
-  EXPECT_EQ(entries[0].text, "");
-  EXPECT_EQ(entries[1].text, "Press \"OK\" to go on");
-  EXPECT_EQ(entries[2].text, " leading blank");
-}
-
-TEST(StringsReader, LinesThatAreNoEntryOutsideATextAreIgnored) {
-  auto entries = parseLanguageFile(
-      "garbage line\r\n"
-      "40000 \"id too large for 16 bits\"\r\n"
-      "-5 \"negative\"\r\n"
-      "x7 \"letter before the id\"\r\n"
-      "8 text without quotes\r\n"
-      " // not a comment: the slashes are not the first two characters\r\n"
-      "32767 \"largest id\"\r\n");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{32767}));
-  EXPECT_EQ(entries[0].text, "largest id");
-}
-
-TEST(StringsReader, AMultiLineTextIsJoinedWithCrLfLeavingOutCommentsAndEmptyLines) {
-  auto entries = parseLanguageFile(
-      "100 \"First line\r\n"
-      "second line\r\n"
-      "// a note for translators, not part of the text\r\n"
-      "\r\n"
-      "   indented third line\r\n"
-      "last line\"\r\n"
-      "101 \"After\"\r\n");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{100, 101}));
-  EXPECT_EQ(entries[0].text, "First line\r\nsecond line\r\n   indented third line\r\nlast line");
-  EXPECT_EQ(entries[1].text, "After");
-}
-
-TEST(StringsReader, AnOpeningQuoteAtTheEndStartsAMultiLineTextWithAnEmptyFirstLine) {
-  auto entries = parseLanguageFile("7 \"\r\nbody\"\r\n");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{7}));
-  EXPECT_EQ(entries[0].text, "\r\nbody");
-}
-
-TEST(StringsReader, AWholeEntryLineEndsATextWhoseClosingQuoteIsMissing) {
-  auto entries = parseLanguageFile(
-      "200 \"Text whose closing quote was forgotten\r\n"
-      "and a second line\r\n"
-      "201 \"Next entry\"\r\n"
-      "202 \"Still read\"\r\n");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{200, 201, 202}));
-  EXPECT_EQ(entries[0].text, "Text whose closing quote was forgotten\r\nand a second line");
-  EXPECT_EQ(entries[1].text, "Next entry");
-  EXPECT_EQ(entries[2].text, "Still read");
-}
-
-TEST(StringsReader, ALineOpeningAnotherTextDoesNotEndTheTextInProgress) {
-  // Only a whole entry is taken as recovery; an entry that itself runs on is part of the text.
-  auto entries = parseLanguageFile("300 \"Start\r\n301 \"looks like an opening\r\nend\"\r\n");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{300}));
-  EXPECT_EQ(entries[0].text, "Start\r\n301 \"looks like an opening\r\nend");
-}
-
-TEST(StringsReader, AFileEndingInsideAQuotedTextKeepsWhatItHas) {
-  auto entries = parseLanguageFile("1 \"Complete\"\r\n2 \"Cut short\r\nby the end of the file");
-  ASSERT_EQ(idsOf(entries), (std::vector<int>{1, 2}));
-  EXPECT_EQ(entries[1].text, "Cut short\r\nby the end of the file");
-
-  auto onlyOpening = parseLanguageFile("3 \"");
-  ASSERT_EQ(idsOf(onlyOpening), (std::vector<int>{3}));
-  EXPECT_EQ(onlyOpening[0].text, "");
-}
-
-TEST(StringsReader, LfAndCrLfLineEndsReadTheSame) {
+TEST(StringsReader, EntriesAreReadByTheirLineRules) {
   const std::string crlf = "// c\r\n1 \"A\"\r\n\r\n2 \"B\r\nC\"\r\n3 \"D\"";
   std::string lf;
   for (char c : crlf)
     if (c != '\r') lf += c;
-  auto a = parseLanguageFile(crlf);
-  auto b = parseLanguageFile(lf);
-  ASSERT_EQ(idsOf(a), (std::vector<int>{1, 2, 3}));
-  ASSERT_EQ(idsOf(b), idsOf(a));
-  for (size_t i = 0; i < a.size(); ++i) EXPECT_EQ(a[i].text, b[i].text);
-  EXPECT_EQ(b[1].text, "B\r\nC");  // inner lines are always joined with CR LF
-}
-
-TEST(StringsReader, Windows1252BytesBecomeUtf8AndAByteOrderMarkMeansUtf8) {
-  auto entries = parseLanguageFile("1 \"Fran\xE7" "ais\"\r\n2 \"\x80 5, 30\xB0\"\r\n3 \"perch\xE9\"\r\n");
-  ASSERT_EQ(entries.size(), 3u);
-  EXPECT_EQ(entries[0].text, "Fran\xC3\xA7" "ais");
-  EXPECT_EQ(entries[1].text, "\xE2\x82\xAC 5, 30\xC2\xB0");
-  EXPECT_EQ(entries[2].text, "perch\xC3\xA9");
-
-  auto utf8 = parseLanguageFile("\xEF\xBB\xBF" "1 \"Fran\xC3\xA7" "ais\"\r\n");
-  ASSERT_EQ(utf8.size(), 1u);
-  EXPECT_EQ(utf8[0].text, "Fran\xC3\xA7" "ais");
+  const struct {
+    const char* what;
+    std::string bytes;
+    Entries expected;
+  } cases[] = {
+      {"blanks around the id; comments and empty lines skipped",
+       "// heading comment\r\n"
+       "\r\n"
+       "1 \"One\"\r\n"
+       "   2   \"Two with  inner  blanks\"\r\n"
+       "\t3\t\"Three\"\r\n"
+       "   \r\n"
+       "4\"No blank before the quote\"\r\n"
+       "// 5 \"commented out\"\r\n"
+       "6 \"Blanks after the closing quote\"   \r\n",
+       {{1, "One"}, {2, "Two with  inner  blanks"}, {3, "Three"}, {4, "No blank before the quote"},
+        {6, "Blanks after the closing quote"}}},
+      {"empty texts and quotes inside a text are kept",
+       "10 \"\"\r\n11 \"Press \"OK\" to go on\"\r\n12 \" leading blank\"\r\n",
+       {{10, ""}, {11, "Press \"OK\" to go on"}, {12, " leading blank"}}},
+      {"lines that are no entry outside a text are ignored",
+       "garbage line\r\n"
+       "40000 \"id too large for 16 bits\"\r\n"
+       "-5 \"negative\"\r\n"
+       "x7 \"letter before the id\"\r\n"
+       "8 text without quotes\r\n"
+       " // not a comment: the slashes are not the first two characters\r\n"
+       "32767 \"largest id\"\r\n",
+       {{32767, "largest id"}}},
+      {"a multi-line text is joined with CR LF leaving out comments and empty lines",
+       "100 \"First line\r\n"
+       "second line\r\n"
+       "// a note for translators, not part of the text\r\n"
+       "\r\n"
+       "   indented third line\r\n"
+       "last line\"\r\n"
+       "101 \"After\"\r\n",
+       {{100, "First line\r\nsecond line\r\n   indented third line\r\nlast line"}, {101, "After"}}},
+      {"an opening quote at the end starts a multi-line text with an empty first line", "7 \"\r\nbody\"\r\n",
+       {{7, "\r\nbody"}}},
+      {"a whole entry line ends a text whose closing quote is missing",
+       "200 \"Text whose closing quote was forgotten\r\nand a second line\r\n201 \"Next entry\"\r\n202 \"Still read\"\r\n",
+       {{200, "Text whose closing quote was forgotten\r\nand a second line"}, {201, "Next entry"}, {202, "Still read"}}},
+      // Only a whole entry is taken as recovery; an entry that itself runs on is part of the text.
+      {"a line opening another text does not end the text in progress",
+       "300 \"Start\r\n301 \"looks like an opening\r\nend\"\r\n", {{300, "Start\r\n301 \"looks like an opening\r\nend"}}},
+      {"a file ending inside a quoted text keeps what it has", "1 \"Complete\"\r\n2 \"Cut short\r\nby the end of the file",
+       {{1, "Complete"}, {2, "Cut short\r\nby the end of the file"}}},
+      {"a file ending right after an opening quote", "3 \"", {{3, ""}}},
+      // Inner lines are always joined with CR LF, whatever the file's line ends.
+      {"CR LF line ends", crlf, {{1, "A"}, {2, "B\r\nC"}, {3, "D"}}},
+      {"LF line ends read the same", lf, {{1, "A"}, {2, "B\r\nC"}, {3, "D"}}},
+      {"Windows-1252 bytes become UTF-8", "1 \"Fran\xE7" "ais\"\r\n2 \"\x80 5, 30\xB0\"\r\n3 \"perch\xE9\"\r\n",
+       {{1, "Fran\xC3\xA7" "ais"}, {2, "\xE2\x82\xAC 5, 30\xC2\xB0"}, {3, "perch\xC3\xA9"}}},
+      {"a byte order mark means UTF-8", "\xEF\xBB\xBF" "1 \"Fran\xC3\xA7" "ais\"\r\n", {{1, "Fran\xC3\xA7" "ais"}}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(entriesOf(parseLanguageFile(c.bytes)), c.expected) << c.what;
+  EXPECT_EQ(parseLanguageFile(cases[0].bytes)[1].line, 4);
 }
 
 TEST(StringsReader, AFileThatCannotBeReadGivesNothingAndSaysWhy) {
@@ -147,26 +99,22 @@ TEST(StringsReader, AFileThatCannotBeReadGivesNothingAndSaysWhy) {
   Diagnostic why;
   EXPECT_FALSE(readLanguageFile(dir / "Missing.h", &why).has_value());
   EXPECT_FALSE(why.reason.empty());
-  auto file = dir.write("Some.h", "5 \"Five\"\r\n");
-  auto entries = readLanguageFile(file);
+  auto entries = readLanguageFile(dir.write("Some.h", "5 \"Five\"\r\n"));
   ASSERT_TRUE(entries.has_value());
-  EXPECT_EQ(idsOf(*entries), (std::vector<int>{5}));
+  EXPECT_EQ(entriesOf(*entries), (Entries{{5, "Five"}}));
 }
 
 // ---------------------------------------------------------------------------------------------
 // The sorted tables
 
-StringTable tableOf(const std::vector<int16_t>& ids) {
-  StringTable table;
-  for (int16_t id : ids) table.append(id, "t" + std::to_string(id));
-  return table;
-}
-
 TEST(StringsTable, BinarySearchFindsFirstLastAndEveryIdOfSmallAndOddSizedTables) {
   for (int size : {1, 2, 3, 4, 5, 7, 8, 9, 500, 501, 502, 1003}) {
     std::vector<int16_t> ids;
-    for (int i = 0; i < size; ++i) ids.push_back(static_cast<int16_t>(10 + 3 * i));  // gaps of 3
-    StringTable table = tableOf(ids);
+    StringTable table;
+    for (int i = 0; i < size; ++i) {
+      ids.push_back(static_cast<int16_t>(10 + 3 * i));  // gaps of 3
+      table.append(ids.back(), "t" + std::to_string(ids.back()));
+    }
     ASSERT_EQ(table.count(), size);
     for (int i = 0; i < size; ++i) {
       ASSERT_EQ(table.find(ids[i]), i) << "size " << size << ", id " << ids[i];
@@ -183,17 +131,11 @@ TEST(StringsTable, BinarySearchFindsFirstLastAndEveryIdOfSmallAndOddSizedTables)
   }
 }
 
-TEST(StringsTable, AnEmptyTableFindsNothing) {
+TEST(StringsTable, AnEmptyTableFindsNothingAndIdsMustAscendSoTheSearchStaysSound) {
   StringTable table;
-  EXPECT_EQ(table.count(), 0);
   EXPECT_EQ(table.find(0), -1);
-  EXPECT_EQ(table.find(501), -1);
   EXPECT_EQ(table.textAt(0), "");
   EXPECT_EQ(table.idAt(-1), 0);
-}
-
-TEST(StringsTable, IdsMustAscendSoTheSearchStaysSound) {
-  StringTable table;
   EXPECT_TRUE(table.append(5, "five"));
   EXPECT_TRUE(table.append(9, "nine"));
   EXPECT_FALSE(table.append(9, "nine again"));
@@ -353,18 +295,13 @@ class LanguageLoading : public ::testing::Test {
 TEST_F(LanguageLoading, EnglishAndItalianoAreReadStraight) {
   writeLanguage("English", entries({1, 2, 3}, "en"));
   writeLanguage("Italiano", entries({1, 2}, "it"));  // complete languages borrow nothing
-
-  auto english = loadLanguage(strings, share.path(), "English");
-  EXPECT_TRUE(english.fileRead);
-  EXPECT_TRUE(english.missingIds.empty());
-  EXPECT_EQ(strings.getString(3), "en 3");
-  EXPECT_EQ(strings.language(), "English");
-
-  auto italiano = loadLanguage(strings, share.path(), "ITALIANO");
-  EXPECT_TRUE(italiano.fileRead);
-  EXPECT_TRUE(italiano.missingIds.empty());
+  for (const char* name : {"English", "ITALIANO"}) {
+    auto result = loadLanguage(strings, share.path(), name);
+    EXPECT_TRUE(result.fileRead) << name;
+    EXPECT_TRUE(result.missingIds.empty()) << name;
+    EXPECT_EQ(strings.getString(2), name == std::string("English") ? "en 2" : "it 2");
+  }
   EXPECT_EQ(strings.table().count(), 2);
-  EXPECT_EQ(strings.getString(1), "it 1");
   EXPECT_TRUE(prompts.messages.empty());
   EXPECT_EQ(strings.filePath(), languageFilePath(share.path(), "Italiano"));  // found whatever the case
 }
@@ -548,14 +485,12 @@ TEST_F(LanguageChoiceAtStart, TheFrenchFileUnderItsOldNameIsRenamed) {
   EXPECT_EQ(chooseLanguageAtStart(strings, settings, share.path()).language, "French");
   store("french");
   EXPECT_EQ(chooseLanguageAtStart(strings, settings, share.path()).language, "French");
-}
 
-TEST_F(LanguageChoiceAtStart, AnOldFrenchFileDoesNotReplaceANewerOne) {
+  // An old file beside a newer one does not replace it.
   writeLanguage("Fran\xC3\xA7" "ais", entries({1, 2}, "old"));
-  writeLanguage("French", entries({1, 2}, "new"));
   store("FRENCH");
   chooseLanguageAtStart(strings, settings, share.path());
-  EXPECT_EQ(strings.getString(1), "new 1");
+  EXPECT_EQ(strings.getString(1), "fr 1");
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -30,74 +30,56 @@ cls_zSTRIKES depthWithVelocities(const std::string& vList) {
   return z;
 }
 
+// The lists of one depth side by side, so that one comparison shows every list and its partner.
+std::string listsOf(const cls_zSTRIKES& z) {
+  return "good=" + z.goodList + " v=" + z.vList + " eg=" + z.elabGood + " bad=" + z.badList + " eb=" + z.elabBad +
+         " noise=" + z.noiseList + " en=" + z.elabNoise + " best=" + z.bestFile + " mean=" + std::to_string(z.vMean);
+}
+
 // ---- Mean velocity and scatter --------------------------------------------------------------
 
-TEST(StrikesEvaluateData, TwoVelocitiesGiveTheirMeanAndCoefficientOfVariation) {
-  const auto z = depthWithVelocities("200,220");
-  EXPECT_EQ(z.vMean, 210);
-  EXPECT_NEAR(z.devStd, 100.0 * std::sqrt(200.0) / 210.0, 1e-4);  // about 6.73
-}
-
-TEST(StrikesEvaluateData, ZeroVelocitiesInTheGoodListDoNotCount) {
-  EXPECT_EQ(depthWithVelocities("0,200,220").vMean, 210);
-  EXPECT_NEAR(depthWithVelocities("0,200,0,220").devStd, 6.734, 1e-3);
-  const auto single = depthWithVelocities("0,250");
-  EXPECT_EQ(single.vMean, 250);
-  EXPECT_FLOAT_EQ(single.devStd, -1.0f);
-}
-
-TEST(StrikesEvaluateData, FewerThanTwoValuesGiveMinusOne) {
-  EXPECT_FLOAT_EQ(depthWithVelocities("180").devStd, -1.0f);
-  EXPECT_EQ(depthWithVelocities("180").vMean, 180);
-  const auto none = depthWithVelocities("");
-  EXPECT_EQ(none.vMean, 0);
-  EXPECT_FLOAT_EQ(none.devStd, -1.0f);
-  EXPECT_EQ(depthWithVelocities("0,0").vMean, 0);
-}
-
-TEST(StrikesEvaluateData, MeanRoundsHalvesToEvenAndScatterIsTakenFromTheRoundedMean) {
-  // 200.5 -> 200: differences 0 and 1 from the rounded mean, so sqrt(1 / 1) = 1 -> 0.5 %.
-  const auto down = depthWithVelocities("200,201");
-  EXPECT_EQ(down.vMean, 200);
-  EXPECT_NEAR(down.devStd, 0.5, 1e-5);
-  // 201.5 -> 202.
-  const auto up = depthWithVelocities("201,202");
-  EXPECT_EQ(up.vMean, 202);
-  EXPECT_NEAR(up.devStd, 100.0 / 202.0, 1e-5);
-  // Three values: mean 200.333 -> 200; S = 0 + 0 + 1.
-  EXPECT_NEAR(depthWithVelocities("200,200,201").devStd, 100.0 * std::sqrt(0.5) / 200.0, 1e-5);
+TEST(StrikesEvaluateData, MeanAndCoefficientOfVariationOfTheNonZeroVelocities) {
+  const double cv200and220 = 100.0 * std::sqrt(200.0) / 210.0;  // about 6.73
+  const struct {
+    const char* vList;
+    int vMean;
+    double devStd;  // -1 for fewer than two values
+  } cases[] = {
+      {"200,220", 210, cv200and220},
+      {"0,200,220", 210, cv200and220},  // zero velocities in the good list do not count
+      {"0,200,0,220", 210, cv200and220},
+      {"0,250", 250, -1},
+      {"180", 180, -1},
+      {"", 0, -1},
+      {"0,0", 0, -1},
+      // The mean rounds halves to even and the scatter is taken from the rounded mean:
+      // 200.5 -> 200, differences 0 and 1 from it, so sqrt(1 / 1) = 1 -> 0.5 %.
+      {"200,201", 200, 0.5},
+      {"201,202", 202, 100.0 / 202.0},                          // 201.5 -> 202
+      {"200,200,201", 200, 100.0 * std::sqrt(0.5) / 200.0},  // 200.333 -> 200; S = 0 + 0 + 1
+  };
+  for (const auto& c : cases) {
+    const auto z = depthWithVelocities(c.vList);
+    EXPECT_EQ(z.vMean, c.vMean) << c.vList;
+    EXPECT_NEAR(z.devStd, c.devStd, 1e-4) << c.vList;
+  }
 }
 
 // ---- Lists of one depth ---------------------------------------------------------------------
 
-TEST(StrikesLists, AddGoodKeepsParallelListsEvaluatesAndMarksTheFirstAsBest) {
+TEST(StrikesLists, GoodListsStayParallelAndTheHeadIsBestAfterAnAddOrAMove) {
   cls_zSTRIKES z(3.0f);
   z.addGood("12", 200, "e1");
   z.addGood("13", 220, "e2");
-  EXPECT_EQ(z.goodList, "12,13");
-  EXPECT_EQ(z.vList, "200,220");
-  EXPECT_EQ(z.elabGood, "e1#e2");
-  EXPECT_EQ(z.vMean, 210);
-  EXPECT_EQ(z.bestFile, "12");
+  EXPECT_EQ(listsOf(z), "good=12,13 v=200,220 eg=e1#e2 bad= eb= noise= en= best=12 mean=210");
   // The user's mark does not survive another good strike: the head of the list is best again.
   z.bestFile = "13";
-  z.addGood("14", 210, "e3");
+  z.addGood("14", 240, "e3");
   EXPECT_EQ(z.bestFile, "12");
-}
-
-TEST(StrikesLists, SetBadMovesTheFileWithItsElabStringAndReevaluates) {
-  cls_zSTRIKES z(3.0f);
-  z.addGood("12", 200, "e1");
-  z.addGood("13", 220, "e2");
+  // Set bad, the file takes its elab string along and the depth is evaluated again; the best
+  // left the list, so the first good one follows.
   ASSERT_TRUE(z.setBad("12"));
-  EXPECT_EQ(z.goodList, "13");
-  EXPECT_EQ(z.vList, "220");
-  EXPECT_EQ(z.elabGood, "e2");
-  EXPECT_EQ(z.badList, "12");
-  EXPECT_EQ(z.elabBad, "e1");
-  EXPECT_EQ(z.vMean, 220);
-  EXPECT_FLOAT_EQ(z.devStd, -1.0f);
-  EXPECT_EQ(z.bestFile, "13");  // the best left the list: the first good one follows
+  EXPECT_EQ(listsOf(z), "good=13,14 v=220,240 eg=e2#e3 bad=12 eb=e1 noise= en= best=13 mean=230");
 }
 
 TEST(StrikesLists, RemovingAGoodFileThatIsNotBestKeepsTheMark) {
@@ -107,9 +89,7 @@ TEST(StrikesLists, RemovingAGoodFileThatIsNotBestKeepsTheMark) {
   z.addGood("14", 240, "e3");
   z.bestFile = "14";
   ASSERT_TRUE(z.setNoise("13"));
-  EXPECT_EQ(z.bestFile, "14");
-  EXPECT_EQ(z.vList, "200,240");
-  EXPECT_EQ(z.elabGood, "e1#e3");
+  EXPECT_EQ(listsOf(z), "good=12,14 v=200,240 eg=e1#e3 bad= eb= noise=13 en=e2 best=14 mean=220");
   ASSERT_TRUE(z.remove_fromGood("14"));
   EXPECT_EQ(z.bestFile, "12");
   ASSERT_TRUE(z.remove_fromGood("12"));
@@ -123,15 +103,9 @@ TEST(StrikesLists, NoiseAndBadMoveBothWaysKeepingElabStrings) {
   z.addBad("6", "b6");
   z.addNoise("7", "n7");
   ASSERT_TRUE(z.setNoise("5"));
-  EXPECT_EQ(z.badList, "6");
-  EXPECT_EQ(z.elabBad, "b6");
-  EXPECT_EQ(z.noiseList, "7,5");
-  EXPECT_EQ(z.elabNoise, "n7#b5");
+  EXPECT_EQ(listsOf(z), "good= v= eg= bad=6 eb=b6 noise=7,5 en=n7#b5 best= mean=0");
   ASSERT_TRUE(z.setBad("7"));
-  EXPECT_EQ(z.badList, "6,7");
-  EXPECT_EQ(z.elabBad, "b6#n7");
-  EXPECT_EQ(z.noiseList, "5");
-  EXPECT_EQ(z.elabNoise, "b5");
+  EXPECT_EQ(listsOf(z), "good= v= eg= bad=6,7 eb=b6#n7 noise=5 en=b5 best= mean=0");
 }
 
 TEST(StrikesLists, MovesFromTheSameListOrForUnknownFilesChangeNothing) {
@@ -139,18 +113,14 @@ TEST(StrikesLists, MovesFromTheSameListOrForUnknownFilesChangeNothing) {
   z.addGood("1", 200, "g");
   z.addBad("2", "b");
   z.addNoise("3", "n");
-  const cls_zSTRIKES before = z;
+  const std::string before = listsOf(z);
   EXPECT_FALSE(z.setBad("2"));
   EXPECT_FALSE(z.setNoise("3"));
   EXPECT_FALSE(z.setBad("9"));
   EXPECT_FALSE(z.setNoise("9"));
   EXPECT_FALSE(z.Remove("9"));
   EXPECT_FALSE(z.remove_fromGood("2"));
-  EXPECT_EQ(z.goodList, before.goodList);
-  EXPECT_EQ(z.badList, before.badList);
-  EXPECT_EQ(z.noiseList, before.noiseList);
-  EXPECT_EQ(z.elabBad, before.elabBad);
-  EXPECT_EQ(z.vList, before.vList);
+  EXPECT_EQ(listsOf(z), before);
 }
 
 TEST(StrikesLists, NamesMatchWholeItemsOnly) {
@@ -283,24 +253,20 @@ TEST(StrikesDepths, AddKeepsZRisingAndReturnsThePosition) {
   EXPECT_FLOAT_EQ(s.getDeepestZ(), 3.0f);
 }
 
-TEST(StrikesDepths, DepthsWithinHalfAMillimetreAreOneDepth) {
-  const auto s = depthsAt({1.0f, 2.0f});
-  EXPECT_EQ(s.getIndex_byZ(1.0f), 1);
-  EXPECT_EQ(s.getIndex_byZ(1.0004f), 1);
-  EXPECT_EQ(s.getIndex_byZ(0.9996f), 1);
-  EXPECT_EQ(s.getIndex_byZ(1.0006f), 0);
-  EXPECT_EQ(s.getIndex_byZ(2.0f), 2);
-  EXPECT_EQ(depthsAt({}).getIndex_byZ(0.0f), 0);
-}
-
-TEST(StrikesDepths, ClosestDepthIsPositiveWhenPresentAndNegativeForANeighbour) {
+TEST(StrikesDepths, DepthsWithinHalfAMillimetreAreOneAndTheClosestNeighbourIsNegative) {
   const auto s = depthsAt({1.0f, 2.0f, 3.0f});
-  EXPECT_EQ(s.getIndex_ClosestZ(2.0002f), 2);
-  EXPECT_EQ(s.getIndex_ClosestZ(2.4f), -2);
-  EXPECT_EQ(s.getIndex_ClosestZ(1.7f), -2);
-  EXPECT_EQ(s.getIndex_ClosestZ(2.5f), -2);  // equal distances: the first
-  EXPECT_EQ(s.getIndex_ClosestZ(10.0f), -3);
-  EXPECT_EQ(s.getIndex_ClosestZ(-1.0f), -1);
+  const struct {
+    float z;
+    int byZ, closest;
+  } cases[] = {{1.0f, 1, 1},    {1.0004f, 1, 1}, {0.9996f, 1, 1}, {1.0006f, 0, -1}, {2.0002f, 2, 2},
+               {2.4f, 0, -2},   {1.7f, 0, -2},
+               {2.5f, 0, -2},  // equal distances: the first
+               {10.0f, 0, -3}, {-1.0f, 0, -1}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(s.getIndex_byZ(c.z), c.byZ) << c.z;
+    EXPECT_EQ(s.getIndex_ClosestZ(c.z), c.closest) << c.z;
+  }
+  EXPECT_EQ(depthsAt({}).getIndex_byZ(0.0f), 0);
   EXPECT_EQ(depthsAt({}).getIndex_ClosestZ(1.0f), 0);
 }
 
@@ -337,13 +303,8 @@ TEST(VTestFileNumbers, NextFileNumberFollowsTheGreatestOfAllListsAndDepths) {
   EXPECT_EQ(t.nextFileNumber(), 8);  // the gap below is not filled: numbers only grow
   t.strikes.item(2)->Remove("7");
   EXPECT_EQ(t.nextFileNumber(), 6);
-}
-
-TEST(VTestFileNumbers, NamesThatAreNotNumbersDoNotCount) {
-  cls_VTEST t;
-  cls_zSTRIKES a(1.0f);
-  a.goodList = "x,3,4b,";
-  t.strikes.add(a);
+  t.strikes.item(1)->goodList = "x,3,4b,";  // names that are not numbers do not count
+  t.strikes.item(1)->badList = "";
   EXPECT_EQ(t.nextFileNumber(), 4);
 }
 
@@ -358,25 +319,15 @@ TEST(VTestIndexFile, FileReadsIntoDepthsAndIsWrittenBackByteForByte) {
 
   const cls_zSTRIKES& first = *t.strikes.item(1);
   EXPECT_FLOAT_EQ(first.Z, 1.0f);
-  EXPECT_EQ(first.vMean, 210);
-  EXPECT_EQ(first.vList, "200,220");
   EXPECT_FLOAT_EQ(first.devStd, 6.73f);
-  EXPECT_EQ(first.bestFile, "12");
-  EXPECT_EQ(first.goodList, "12,13");
-  EXPECT_EQ(first.getElab_byFName("13"), "2,180;0,0,699;0,0");
-  EXPECT_EQ(first.badList, "14");
-  EXPECT_EQ(first.noiseList, "15");
-  EXPECT_EQ(first.elabNoise, "6;0;-1");
-
+  EXPECT_EQ(listsOf(first),
+            "good=12,13 v=200,220 eg=5,180;4;0,0#2,180;0,0,699;0,0 bad=14 eb=5,180;4;0,0 noise=15 en=6;0;-1 "
+            "best=12 mean=210");
   const cls_zSTRIKES& second = *t.strikes.item(2);
   EXPECT_FLOAT_EQ(second.Z, 2.5f);
-  EXPECT_EQ(second.goodList, "");
-  EXPECT_EQ(second.badList, "16,17");
-  EXPECT_EQ(second.getElab_byFName("16"), "");
-  EXPECT_EQ(second.getElab_byFName("17"), "5,180;4;0,0");
-  EXPECT_EQ(second.noiseList, "");
   EXPECT_FLOAT_EQ(second.devStd, -1.0f);
-
+  EXPECT_EQ(listsOf(second), "good= v= eg= bad=16,17 eb=#5,180;4;0,0 noise= en= best= mean=0");
+  EXPECT_EQ(second.getElab_byFName("17"), "5,180;4;0,0");
   EXPECT_FLOAT_EQ(t.strikes.item(3)->Z, 3.125f);
 
   t.setPaths(dir / "copy.dat", dir / "VS_1");
@@ -385,18 +336,12 @@ TEST(VTestIndexFile, FileReadsIntoDepthsAndIsWrittenBackByteForByte) {
   EXPECT_EQ(t.indexText(), kIndex);
 }
 
-TEST(VTestIndexFile, LinesEndedByLfReadTheSameAndAreWrittenWithCrLf) {
+TEST(VTestIndexFile, LfAndBlankLinesReadTheSameAndAreWrittenWithCrLf) {
   std::string lf = kIndex;
   for (size_t at; (at = lf.find("\r\n")) != std::string::npos;) lf.erase(at, 1);
   cls_VTEST t;
-  ASSERT_EQ(t.readIndexText(lf), 0);
+  ASSERT_EQ(t.readIndexText("\r\n\r\n" + lf + "  \r\n\n"), 0);
   EXPECT_EQ(t.indexText(), kIndex);
-}
-
-TEST(VTestIndexFile, EmptyAndBlankLinesAreSkipped) {
-  cls_VTEST t;
-  ASSERT_EQ(t.readIndexText("\r\n\r\n" + kIndex.substr(0, kIndex.find('\n') + 1) + "  \r\n\n"), 0);
-  EXPECT_EQ(t.strikes.Count(), 1);
 }
 
 TEST(VTestIndexFile, DepthsOutOfOrderAreSortedAndEqualDepthsKeepTheFileOrder) {
@@ -407,13 +352,11 @@ TEST(VTestIndexFile, DepthsOutOfOrderAreSortedAndEqualDepthsKeepTheFileOrder) {
                             "0.50:0::-1.00::::4:::\r\n"),
             0);
   ASSERT_EQ(t.strikes.Count(), 4);
-  EXPECT_EQ(t.strikes.item(1)->badList, "4");
-  EXPECT_EQ(t.strikes.item(2)->badList, "2");
-  EXPECT_EQ(t.strikes.item(3)->badList, "3");
-  EXPECT_EQ(t.strikes.item(4)->badList, "1");
+  const char* expected[] = {"4", "2", "3", "1"};
+  for (int i = 1; i <= 4; ++i) EXPECT_EQ(t.strikes.item(i)->badList, expected[i - 1]) << i;
 }
 
-TEST(VTestIndexFile, ShortLineEndsTheReadAndKeepsTheDepthsBeforeIt) {
+TEST(VTestIndexFile, ABadLineEndsTheReadAndKeepsTheDepthsBeforeIt) {
   cls_VTEST t(ScratchFolder().path() / "VS_1.dat", "VS_1");
   Diagnostic why;
   EXPECT_EQ(t.readIndexText("1.00:0::-1.00::::1:::\r\n"
@@ -424,11 +367,7 @@ TEST(VTestIndexFile, ShortLineEndsTheReadAndKeepsTheDepthsBeforeIt) {
   EXPECT_EQ(t.strikes.Count(), 1);
   EXPECT_EQ(why.line, 2);
   EXPECT_NE(why.reason.find("6 of the 11"), std::string::npos) << why.reason;
-}
-
-TEST(VTestIndexFile, MeanVelocityBeyondSixteenBitsEndsTheRead) {
-  cls_VTEST t;
-  Diagnostic why;
+  // A mean velocity beyond 16 bits.
   EXPECT_EQ(t.readIndexText("1.00:40000::-1.00:::::::\r\n", &why), 1);
   EXPECT_EQ(t.strikes.Count(), 0);
   EXPECT_EQ(why.line, 1);
@@ -443,18 +382,13 @@ TEST(VTestIndexFile, NumbersReadWithAPointAndAreWrittenInTheirPatterns) {
   EXPECT_EQ(t.indexText(), "1.001:0::-1.00:::::::\r\n");
 }
 
-TEST(VTestIndexFile, MissingFileLeavesTheTestEmpty) {
+TEST(VTestIndexFile, MissingFileLeavesTheTestEmptyAndAnEmptyTestWritesAnEmptyFile) {
   ScratchFolder dir;
   cls_VTEST t(dir / "VS_1.dat", dir / "VS_1");
   ASSERT_EQ(t.readIndexText(kIndex), 0);
   EXPECT_EQ(t.loadInfo(), -1);
   EXPECT_EQ(t.strikes.Count(), 0);
-}
-
-TEST(VTestIndexFile, EmptyTestWritesAnEmptyFile) {
-  ScratchFolder dir;
   dir.write("VS_1.dat", kIndex);
-  cls_VTEST t(dir / "VS_1.dat", dir / "VS_1");
   ASSERT_TRUE(t.saveInfo());
   EXPECT_EQ(ScratchFolder::read(dir / "VS_1.dat"), "");
 }
@@ -482,7 +416,6 @@ TEST(VTestIndexFile, AColonOrLineBreakInsideAFieldCannotSplitTheLine) {
 TEST(VTestIndexFile, TestBuiltInMemorySurvivesASaveAndLoad) {
   ScratchFolder dir;
   cls_VTEST t(dir / "VP_1.dat", dir / "VP_1", "Vp");
-  EXPECT_EQ(t.strWave(), "Vp");
   EXPECT_EQ(t.intWaveType(), 1);
   cls_zSTRIKES z(12.35f);
   z.addGood("31", 1510, "5,180;5;0,0");
@@ -493,29 +426,21 @@ TEST(VTestIndexFile, TestBuiltInMemorySurvivesASaveAndLoad) {
   cls_VTEST back(dir / "VP_1.dat", dir / "VP_1", "Vp");
   ASSERT_EQ(back.loadInfo(), 0);
   ASSERT_EQ(back.strikes.Count(), 1);
-  const cls_zSTRIKES& r = *back.strikes.item(1);
-  EXPECT_FLOAT_EQ(r.Z, 12.35f);
-  EXPECT_EQ(r.vMean, 1500);
-  EXPECT_NEAR(r.devStd, 100.0 * std::sqrt(200.0) / 1500.0, 0.005);
-  EXPECT_EQ(r.goodList, "31,32");
-  EXPECT_EQ(r.noiseList, "33");
-  EXPECT_EQ(r.bestFile, "31");
   EXPECT_EQ(back.indexText(), t.indexText());
+  EXPECT_FLOAT_EQ(back.strikes.item(1)->Z, 12.35f);
+  // The scatter comes back with the two decimals of the file.
+  EXPECT_NEAR(back.strikes.item(1)->devStd, 100.0 * std::sqrt(200.0) / 1500.0, 0.005);
 }
 
 // ---- Density and G0 -------------------------------------------------------------------------
 
-TEST(VTestShearModulus, DensityIsUnitWeightOverGravity) {
+TEST(VTestShearModulus, DensityIsUnitWeightOverGravityAndGoIsDensityTimesVelocitySquared) {
   EXPECT_NEAR(evalRho(19.62f), 2.0f, 1e-6);
   EXPECT_NEAR(evalRho(18.0f), 18.0 / 9.81, 1e-6);
   EXPECT_EQ(evalRho(0.0f), 0.0f);
   EXPECT_EQ(evalRho(-3.0f), 0.0f);
-}
-
-TEST(VTestShearModulus, GoIsDensityTimesVelocitySquaredInMegapascal) {
   // 2 t/m3 x (200 m/s)^2 = 80 000 kPa = 80 MPa.
   EXPECT_NEAR(evalGo(2.0f, 200.0f), 80.0f, 1e-4);
-  EXPECT_NEAR(evalGo(evalRho(19.0f), 250.0f), 19.0 / 9.81 * 62.5, 1e-3);
   EXPECT_EQ(evalGo(2.0f, 0.0f), 0.0f);
   EXPECT_EQ(evalGo(0.0f, 200.0f), 0.0f);
 }
