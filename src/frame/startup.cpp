@@ -78,4 +78,13 @@ void initDefaults(AppState& state) {
   state.sngSampleStep = 20;
 }
 
+StartupReport startUp(AppState& state, SettingsStore& settings, Prompts& prompts) {
+  StartupReport report = readSettings(state, settings, prompts);
+  initDefaults(state);
+  state.curSite = cls_SITE{};
+  state.curVertical = nullptr;
+  state.blnVerticalOpen = false;
+  return report;
+}
+
 }  // namespace koru

@@ -27,4 +27,9 @@ StartupReport readSettings(AppState& state, SettingsStore& settings, Prompts& pr
 // report defaults, the mask character, the missing-date marker and the seismic sample step.
 void initDefaults(AppState& state);
 
+// The start of the program without its window: readSettings, initDefaults, and no site or
+// vertical open. The desktop program creates its main window before this and restores the
+// window frame and shows the start screen after it.
+StartupReport startUp(AppState& state, SettingsStore& settings, Prompts& prompts);
+
 }  // namespace koru

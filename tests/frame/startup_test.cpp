@@ -96,6 +96,19 @@ TEST_F(StartupTest, UnreadableValuesFallBack) {
   EXPECT_EQ(state.sngDCenters, 0.0f);  // numbers that cannot be read are 0
 }
 
+TEST_F(StartupTest, TheProgramStartsWithNoSiteOpen) {
+  state.folders.dataRoot = root.path();
+  state.folders.shareDir = std::filesystem::path(KORU_SOURCE_DIR) / "share";
+  state.blnVerticalOpen = true;
+  state.curSite.strFolder = "SITE_3";
+  report = startUp(state, settings, prompts);
+  EXPECT_TRUE(state.curSite.strFolder.empty());
+  EXPECT_EQ(state.curVertical, nullptr);
+  EXPECT_FALSE(state.blnVerticalOpen);
+  EXPECT_EQ(state.strTempPath, root / "Temp");
+  EXPECT_EQ(state.strLanguage, "English");
+}
+
 TEST_F(StartupTest, InterpretationOptionsAreBackToDefaultsAtEachStart) {
   state.dmtOptions.sngFactorOCR = 2.0f;
   start();
