@@ -181,7 +181,8 @@ bool buildFileText(cls_DmtTEST& t, std::string& out, Diagnostic* why) {
     if (layout.hasZ) {
       const float z = t.vZ[row];
       if (z == 0 || (a <= 0 && b <= 0)) continue;
-      auto zField = toInt16(static_cast<double>(z) * 100.0);
+      // The product is a float, as the depth is: 1.015 m gives 101.5 and so 102.
+      auto zField = toInt16(static_cast<float>(z * 100.0f));
       if (!zField) {
         if (ok && why) {
           why->line = 0;

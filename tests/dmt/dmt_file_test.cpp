@@ -383,6 +383,11 @@ TEST(DmtFileSave, DepthColumnIsCentimetresRoundedHalvesToEven) {
   EXPECT_EQ(t.strFormat, "ABZ");
   EXPECT_EQ(t.sngDeltaZ, 0.0f);
 
+  // Z x 100 is a float product before it is rounded: 1.015f x 100 is 101.5f and goes to 102,
+  // 0.045f x 100 is 4.5f and goes to 4 (in double they would be 101.4999986 and 4.5000002).
+  t = recordWithRows({{0.045f, 10, 20, 0}, {1.015f, 10, 20, 0}, {3.0f, 10, 20, 0}});
+  EXPECT_EQ(rowsOf(t.fileText()), "10,20,4\r\n10,20,102\r\n10,20,300\r\n");
+
   // Rows without depth, or without A and B, are left out.
   t = recordWithRows({{1.0f, 10, 20, 0}, {0.0f, 10, 20, 0}, {1.3f, 0, 0, 40}, {1.35f, -1, 0, 0}, {2.0f, 0, 7, 5}});
   EXPECT_EQ(rowsOf(t.fileText()), "10,20,0,100\r\n0,7,5,200\r\n");
