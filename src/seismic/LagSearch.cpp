@@ -1,6 +1,9 @@
 #include "seismic/LagSearch.h"
 
 #include <algorithm>
+#include <limits>
+
+#include "seismic/SeismicMath.h"
 
 namespace koru {
 
@@ -71,6 +74,16 @@ void correlateRange(const double* a, const double* b, size_t n, int64_t low, int
 void LagSearch::correlations(const double* a, const double* b, size_t n, int64_t low, int64_t high, double* out) {
   if (high < low) return;
   correlateRange(a, b, n, low, high, out);
+}
+
+LagSearch::Range LagSearch::refinedRange(int64_t lag, double coarseStep, double fineStep) {
+  // Products first, then the division: a bound that falls on a half has to round the same way
+  // whatever the steps are.
+  constexpr int64_t kMax = std::numeric_limits<int64_t>::max() / 4;
+  Range r;
+  r.low = seismic::roundClamped(static_cast<double>(lag - 1) * coarseStep / fineStep - 1, 0, kMax);
+  r.high = seismic::roundClamped(static_cast<double>(lag + 1) * coarseStep / fineStep + 1, 0, kMax);
+  return r;
 }
 
 int64_t LagSearch::bestLag(const double* a, const double* b, size_t n, int64_t low, int64_t high) {

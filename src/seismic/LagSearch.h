@@ -23,6 +23,14 @@ class LagSearch {
   // stays and no lag of correlation 0 or less is taken. A best lag equal to low or high lies on
   // the edge of the search and gives -1 (no peak).
   static int64_t bestLag(const double* a, const double* b, size_t n, int64_t low, int64_t high);
+
+  // The range of the finer search around a coarse lag: from lag - 1 to lag + 1 coarse steps,
+  // one fine step wider on either side, in fine steps and rounded (halves to even), never below
+  // 0. Each bound is (lag -/+ 1) x coarseStep / fineStep, in that order.
+  struct Range {
+    int64_t low = 0, high = 0;
+  };
+  static Range refinedRange(int64_t lag, double coarseStep, double fineStep);
 };
 
 }  // namespace koru

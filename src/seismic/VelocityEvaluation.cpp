@@ -312,10 +312,8 @@ bool cls_SEISMOGRAM::delayStage() {
       if (factor > 1) {
         upFactor_ = static_cast<int16_t>(factor);
         upSample();
-        const double ratio = oldStep / static_cast<double>(upStep_);
-        const int64_t low = std::max<int64_t>(0, roundClamped((lag - 1) * ratio - 1, 0, kInt64Max));
-        const int64_t high = roundClamped((lag + 1) * ratio + 1, 0, kInt64Max);
-        lag = searchLag(low, high, ds, vmin);
+        const auto range = LagSearch::refinedRange(lag, oldStep, static_cast<double>(upStep_));
+        lag = searchLag(range.low, range.high, ds, vmin);
         t = 1e-6 * lag * static_cast<double>(upStep_);
       }
     }

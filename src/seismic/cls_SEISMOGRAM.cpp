@@ -27,16 +27,18 @@ constexpr std::array<float, 21> kGainLadder = {20,   40,   80,   100,  160,  200
                                                1000, 1280, 1600, 2000, 2560, 3200, 5120, 6400, 10240, 20480};
 
 // The amplifier's converter has eight bits; the reference voltage depends on the hardware.
-float referenceVoltage(int16_t hardwareMinor, int16_t deviceType) {
-  if (hardwareMinor != 0) return 3.3f;
+// The figure is the decimal voltage itself: 3.3 taken through a float first would move `K4mV`
+// by one unit in its last place at many gains.
+double referenceVoltage(int16_t hardwareMinor, int16_t deviceType) {
+  if (hardwareMinor != 0) return 3.3;
   switch (deviceType) {
     case 0:
-      return 5.0f;
+      return 5.0;
     case 1:
     case 2:
-      return 3.3f;
+      return 3.3;
     default:
-      return 0.0f;
+      return 0.0;
   }
 }
 

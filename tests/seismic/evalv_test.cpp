@@ -163,6 +163,29 @@ TEST(EvalV, LagSearchKeepsTheFirstOfEqualPeaks) {
   EXPECT_EQ(LagSearch::bestLag(a.data(), b.data(), 20, 0, 15), 9);
 }
 
+TEST(EvalV, RefinedSearchRangeMultipliesBeforeItDividesAndRoundsHalvesToEven) {
+  // (lag - 1) x coarse / fine - 1 and (lag + 1) x coarse / fine + 1, in that order: with the
+  // steps of a 7 us trace (0.7 us coarse, 7/11 us fine) the quotient taken first would give 29
+  // and 27 here.
+  const double coarse = static_cast<double>(7.0f / 10.0f);
+  const double fine = static_cast<double>(7.0f / 11.0f);
+  EXPECT_EQ(LagSearch::refinedRange(24, coarse, fine).high, 28);
+  EXPECT_EQ(LagSearch::refinedRange(26, coarse, fine).low, 26);
+  // Steps of 20 us and 100/121 us: 9 x 24.2 - 1 = 216.8, 11 x 24.2 + 1 = 267.2.
+  const auto r = LagSearch::refinedRange(10, 20, static_cast<double>(100.0f / 121.0f));
+  EXPECT_EQ(r.low, 217);
+  EXPECT_EQ(r.high, 267);
+  // Never below 0.
+  EXPECT_EQ(LagSearch::refinedRange(1, 20, 10).low, 0);
+  EXPECT_EQ(LagSearch::refinedRange(1, 20, 10).high, 5);
+  // A half rounds to the even neighbour.
+  EXPECT_EQ(LagSearch::refinedRange(1, 1.25, 1).high, 4);  // 2 x 1.25 + 1 = 3.5
+  EXPECT_EQ(LagSearch::refinedRange(3, 1.25, 1).low, 2);   // 2 x 1.25 - 1 = 1.5
+  EXPECT_EQ(LagSearch::refinedRange(2, 1.25, 1).high, 5);  // 3 x 1.25 + 1 = 4.75
+  EXPECT_EQ(LagSearch::refinedRange(4, 1.5, 1).low, 4);    // 3 x 1.5 - 1 = 3.5
+  EXPECT_EQ(LagSearch::refinedRange(2, 1.5, 1).low, 0);    // 1 x 1.5 - 1 = 0.5
+}
+
 TEST(EvalV, LagSearchTakesNoLagOfZeroOrNegativeCorrelationAndNoPeakOnTheEdge) {
   std::vector<double> a(30, 1.0), b(30, -1.0);  // negative at every lag
   EXPECT_EQ(LagSearch::bestLag(a.data(), b.data(), 30, 0, 20), -1);

@@ -136,6 +136,21 @@ TEST(Seismogram, ScaleFollowsReferenceVoltageAndGain) {
   EXPECT_FLOAT_EQ(r.maxGrPseudo(2, 0.001f), 1);  // floored at 1
 }
 
+TEST(Seismogram, ScaleTakesTheDecimalReferenceVoltage) {
+  // 3.3 V is the decimal figure: through a float first it would move K4mV by one unit in the
+  // last place at gains such as 13 and 29.
+  auto r = withSamples({100, 100, 150, 100}, {100, 110, 100, 100});
+  r.hardwareMinor = 1;
+  for (const float gain : {13.0f, 29.0f, 53.0f}) {
+    r.Gain = gain;
+    r.calcMeansAndVoltage();
+    EXPECT_EQ(r.K4mV, static_cast<float>(3.3 * 1000.0 / gain / 256.0)) << gain;
+  }
+  r.Gain = 13;
+  r.calcMeansAndVoltage();
+  EXPECT_EQ(r.K4mV, 0.991586566f);
+}
+
 TEST(Seismogram, Round2KeepsTwoSignificantDigitsWithHalvesToEven) {
   EXPECT_EQ(cls_SEISMOGRAM::round2(0), 0);
   EXPECT_EQ(cls_SEISMOGRAM::round2(-3), 0);
