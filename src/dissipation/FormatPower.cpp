@@ -19,7 +19,10 @@ double scaledDown(double x, int e) {
 
 std::string formatPower(double x, int digits) {
   if (!std::isfinite(x) || x <= 0) return "";
-  const int decimals = std::clamp(digits, 1, 15);
+  // The mantissa is rounded to `digits` decimals but always shown with at least one: with no
+  // digits asked, 2.7e-5 reads "3.0 * 10 ^ - 5".
+  const int decimals = std::clamp(digits, 0, 15);
+  const int shown = std::max(decimals, 1);
   int e = static_cast<int>(std::floor(std::log10(x)));
   // log10 of an exact power of ten may land a hair below the integer; the exponent is meant to
   // put the unrounded mantissa in [1, 10), so it is set right before rounding.
@@ -32,7 +35,7 @@ std::string formatPower(double x, int digits) {
     mantissa = scaledDown(x, e);
   }
   mantissa = roundTo(mantissa, decimals);
-  std::string text = formatNumber(mantissa, "0." + std::string(static_cast<size_t>(decimals), '0'));
+  std::string text = formatNumber(mantissa, "0." + std::string(static_cast<size_t>(shown), '0'));
   text += " * 10 ^ " + std::to_string(e);
   std::string out;
   out.reserve(text.size() + 2);

@@ -176,7 +176,8 @@ bool readThrustText(std::string_view bytes, const std::vector<float>& depths, Ro
   }
 
   // The rows. The pointer stays where the last match left it, one row on, so a file in the
-  // order of the rows is read in one pass.
+  // order of the rows is read in one pass. After a match on the last row it stands past the
+  // rows: it has left them, and a further row with thrust ends the reading.
   size_t pointer = 0;
   for (; at < lines.size(); ++at) {
     const std::string_view text = lines[at];
@@ -199,8 +200,8 @@ bool readThrustText(std::string_view bytes, const std::vector<float>& depths, Ro
     // Walk up or down to the row of this depth. Turning back means the depth lies between two
     // rows and matches neither; walking off either end means it lies outside them.
     bool found = false;
-    if (n > 0) {
-      long p = static_cast<long>(std::min(pointer, n - 1));
+    if (pointer < n) {
+      long p = static_cast<long>(pointer);
       int direction = 0;
       for (;;) {
         const double gap = static_cast<double>(*z) - depths[static_cast<size_t>(p)];

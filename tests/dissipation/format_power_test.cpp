@@ -31,7 +31,12 @@ TEST(FormatPower, MantissaRoundingHalvesToEvenAndIsNotNormalisedAgain) {
   EXPECT_EQ(formatPower(9.996e-4, 2), "10.00 * 10 ^ - 4");
 }
 
-TEST(FormatPower, ZeroDigitsStillShowOneDecimal) { EXPECT_EQ(formatPower(2.5e-5, 0), "2.5 * 10 ^ - 5"); }
+// No digits: the mantissa is rounded to a whole number, then written as "0.0".
+TEST(FormatPower, ZeroDigitsRoundTheMantissaWholeAndStillShowOneDecimal) {
+  EXPECT_EQ(formatPower(2.7e-5, 0), "3.0 * 10 ^ - 5");
+  EXPECT_EQ(formatPower(2.4e-5, 0), "2.0 * 10 ^ - 5");
+  EXPECT_EQ(formatPower(0.000194, 0), "2.0 * 10 ^ - 4");
+}
 
 TEST(FormatPower, ValuesWithoutALogarithmGiveAnEmptyText) {
   EXPECT_EQ(formatPower(0.0, 2), "");

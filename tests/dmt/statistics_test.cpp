@@ -284,6 +284,16 @@ TEST_F(StatisticsOfASite, PhiShareIsReadForAVerticalOrForTheSite) {
   EXPECT_FALSE(stats.isPhiTotPercent(0.0f, "Z"));
 }
 
+TEST(StatisticsSiteEdges, AShareThatEqualsTheFractionMeetsIt) {
+  cls_KORUStatistics stats;
+  const cls_FileOptions v = view("T", {1, 1, 1, 1, 1, 1, 1, 1, 1, 1}, {30, 0, 0, 32, 0, 0, 0, 0, 0, 34});
+  stats.evaluateVertical(v);
+  // 3 of 10 rows have Phi: a share of exactly 0.3.
+  EXPECT_TRUE(stats.isPhiTotPercent(0.3f, "T"));
+  EXPECT_TRUE(stats.isPhiTotPercent(0.3f, ""));
+  EXPECT_FALSE(stats.isPhiTotPercent(0.31f, "T"));
+}
+
 TEST(StatisticsSiteEdges, AVerticalWithoutRowsHasNoPhiShare) {
   cls_KORUStatistics stats;
   const cls_FileOptions empty = view("E", {});

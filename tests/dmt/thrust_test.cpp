@@ -120,8 +120,12 @@ TEST(ThrustFileRead, RowsAreMatchedToTheTestsRowsUntilOneEndsTheReading) {
        {0, 0, 0, 0}},
       {"so does a negative one later", "Z = 1.00, TH = 10\r\nZ = 1.20, TH = -5\r\nZ = 1.40, TH = 50\r\n", true, 0,
        {10, 0, 0, 0}},
-      {"the pointer walks back for rows out of order and past the last row",
-       "Z = 1.60, TH = 40\r\nZ = 1.20, TH = 20\r\nZ = 1.00, TH = 10\r\n", true, 0, {10, 20, 0, 40}},
+      {"the pointer walks back for rows out of order",
+       "Z = 1.40, TH = 40\r\nZ = 1.20, TH = 20\r\nZ = 1.00, TH = 10\r\n", true, 0, {10, 20, 40, 0}},
+      {"after a match on the last row the pointer stands past the rows, so the next row ends the reading",
+       "Z = 1.60, TH = 40\r\nZ = 1.20, TH = 20\r\n", false, 11, {0, 0, 0, 40}},
+      {"but a zero thrust there still ends it quietly", "Z = 1.60, TH = 40\r\nZ = 1.20, TH = 0\r\n", true, 0,
+       {0, 0, 0, 40}},
       {"depths match within 5 mm above", "Z = 1.204, TH = 7\r\n", true, 0, {0, 7, 0, 0}},
       {"and below", "Z = 1.196, TH = 7\r\n", true, 0, {0, 7, 0, 0}},
       {"but not beyond", "Z = 1.206, TH = 7\r\n", false, 10, {0, 0, 0, 0}},
@@ -140,7 +144,7 @@ TEST(ThrustFileRead, RowsAreMatchedToTheTestsRowsUntilOneEndsTheReading) {
     EXPECT_EQ(r.why.line, c.line) << c.what;
     EXPECT_EQ(r.thrusts, c.thrusts) << c.what;
   }
-  EXPECT_NE(readRows(kDepths, cases[6].rows).why.reason.find("matches no row"), std::string::npos);
+  EXPECT_NE(readRows(kDepths, cases[8].rows).why.reason.find("matches no row"), std::string::npos);
   const Read none = readRows({}, "Z = 1.00, TH = 100\r\n");  // a test without rows has none to meet
   EXPECT_FALSE(none.ok);
   EXPECT_TRUE(none.thrusts.empty());
