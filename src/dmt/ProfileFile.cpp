@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "frame/numbers.h"
+#include "frame/text_lines.h"
 
 namespace koru {
 
@@ -11,16 +12,6 @@ namespace {
 
 constexpr size_t kMaxPoints = 32767;  // the count is 16-bit
 
-// The next line of `text` from `pos`, without its CR LF (or lone LF); nullopt at the end.
-std::optional<std::string_view> nextLine(std::string_view text, size_t& pos) {
-  if (pos >= text.size()) return std::nullopt;
-  size_t end = text.find('\n', pos);
-  if (end == std::string_view::npos) end = text.size();
-  std::string_view line = text.substr(pos, end - pos);
-  pos = end + 1;
-  if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-  return line;
-}
 
 }  // namespace
 
@@ -28,18 +19,19 @@ ProfileFileContent parseProfileText(std::string_view text, bool (*readPoints)(in
                                     const std::filesystem::path& path, Diagnostic* why) {
   ProfileFileContent content;
   size_t pos = 0;
-  content.firstLine = nextLine(text, pos).value_or("");
+  std::string_view line;
+  content.firstLine = nextLine(text, pos, line) ? line : std::string_view();
   const char modeChar = content.firstLine.empty() ? '0' : content.firstLine.front();
   content.mode = (modeChar >= '0' && modeChar <= '9') ? static_cast<int16_t>(modeChar - '0') : 0;
   if (!readPoints(content.mode)) return content;
 
   int lineNumber = 1;
-  while (const auto line = nextLine(text, pos)) {
+  while (nextLine(text, pos, line)) {
     ++lineNumber;
-    const size_t colon = line->find(':');
+    const size_t colon = line.find(':');
     if (colon == std::string_view::npos) break;  // the end of the list
-    const auto z = tryParseSingle(line->substr(0, colon));
-    const auto value = tryParseSingle(line->substr(colon + 1));
+    const auto z = tryParseSingle(line.substr(0, colon));
+    const auto value = tryParseSingle(line.substr(colon + 1));
     if (!z || !value) {
       if (why) *why = {path, lineNumber, "not a point \"depth:value\""};
       break;

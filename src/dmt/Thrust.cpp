@@ -15,6 +15,7 @@
 #include "dmt/cls_DmtTEST.h"
 #include "frame/files.h"
 #include "frame/numbers.h"
+#include "frame/text_lines.h"
 #include "frame/text_codec.h"
 
 namespace koru {
@@ -81,22 +82,6 @@ std::string lineText(std::string_view text) {
   return utf8ToCp1252(clean);
 }
 
-// Lines of the text; CR LF, LF and a lone CR all end a line.
-std::vector<std::string_view> splitLines(std::string_view text) {
-  std::vector<std::string_view> lines;
-  size_t start = 0;
-  while (start < text.size()) {
-    const size_t end = text.find_first_of("\r\n", start);
-    if (end == std::string_view::npos) {
-      lines.push_back(text.substr(start));
-      break;
-    }
-    lines.push_back(text.substr(start, end - start));
-    start = end + 1;
-    if (text[end] == '\r' && start < text.size() && text[start] == '\n') ++start;
-  }
-  return lines;
-}
 
 void setRodField(RodData& rod, const std::string& key, std::string_view value) {
   if (key == kKeyRodType) rod.strRodType = cp1252ToUtf8(value);

@@ -20,6 +20,7 @@
 #include "frame/files.h"
 #include "frame/log.h"
 #include "frame/numbers.h"
+#include "frame/text_lines.h"
 #include "frame/text_codec.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
@@ -59,21 +60,6 @@ std::string_view trimBlanks(std::string_view s) {
   return s;
 }
 
-// The next line of the text (CR LF, LF or CR end a line); false at the end of the text.
-bool nextLine(std::string_view text, size_t& pos, std::string_view& line) {
-  if (pos >= text.size()) return false;
-  size_t end = pos;
-  while (end < text.size() && text[end] != '\r' && text[end] != '\n') ++end;
-  line = text.substr(pos, end - pos);
-  pos = end;
-  if (pos < text.size() && text[pos] == '\r') {
-    ++pos;
-    if (pos < text.size() && text[pos] == '\n') ++pos;
-  } else if (pos < text.size() && text[pos] == '\n') {
-    ++pos;
-  }
-  return true;
-}
 
 // Text fields go on one line and lose their outer blanks, as reading would take them.
 std::string oneLine(std::string_view text) {

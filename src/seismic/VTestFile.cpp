@@ -8,6 +8,7 @@
 
 #include "frame/files.h"
 #include "frame/numbers.h"
+#include "frame/text_lines.h"
 #include "frame/text_codec.h"
 #include "seismic/cls_VTEST.h"
 
@@ -19,21 +20,6 @@ constexpr std::string_view kEol = "\r\n";
 constexpr char kFieldSep = ':';
 constexpr size_t kFieldCount = 11;
 
-// The next line (CR LF, LF or CR end one); false at the end of the text.
-bool nextLine(std::string_view text, size_t& pos, std::string_view& line) {
-  if (pos >= text.size()) return false;
-  size_t end = pos;
-  while (end < text.size() && text[end] != '\r' && text[end] != '\n') ++end;
-  line = text.substr(pos, end - pos);
-  pos = end;
-  if (pos < text.size() && text[pos] == '\r') {
-    ++pos;
-    if (pos < text.size() && text[pos] == '\n') ++pos;
-  } else if (pos < text.size() && text[pos] == '\n') {
-    ++pos;
-  }
-  return true;
-}
 
 bool isBlank(std::string_view line) {
   return std::all_of(line.begin(), line.end(), [](char c) { return c == ' ' || c == '\t'; });

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "frame/files.h"
+#include "frame/text_lines.h"
 #include "frame/log.h"
 #include "frame/text_codec.h"
 
@@ -356,19 +357,8 @@ bool copyDissipations(const fs::path& from, const fs::path& to, bool overwrite, 
 // --- Line files -----------------------------------------------------------------------------
 
 std::vector<std::string> splitLines(std::string_view text) {
-  std::vector<std::string> lines;
-  size_t start = 0;
-  while (start < text.size()) {
-    size_t end = text.find_first_of("\r\n", start);
-    if (end == std::string_view::npos) {
-      lines.emplace_back(text.substr(start));
-      break;
-    }
-    lines.emplace_back(text.substr(start, end - start));
-    start = end + 1;
-    if (text[end] == '\r' && start < text.size() && text[start] == '\n') ++start;
-  }
-  return lines;
+  const auto views = koru::splitLines(text);
+  return std::vector<std::string>(views.begin(), views.end());
 }
 
 std::optional<std::vector<std::string>> readTextLines(const fs::path& file, Diagnostic* why) {
