@@ -1,31 +1,25 @@
 // Feeds arbitrary bytes to the calibration reader as a file, then exercises what uses the list.
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string>
 
+#include "fuzz_input.h"
 #include "probe/cls_Calibration.h"
 
 namespace {
 
-// One file per process, reused for every input.
 const std::filesystem::path& inputPath() {
-  static const std::filesystem::path path =
-      std::filesystem::temp_directory_path() / ("koru-calibration-fuzz-" + std::to_string(::getpid()) + ".dat");
+  static const std::filesystem::path path = koru::fuzzing::scratchFile("calibration", "in.dat");
   return path;
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  std::FILE* f = std::fopen(inputPath().c_str(), "wb");
-  if (!f) return 0;
-  const bool written = size == 0 || std::fwrite(data, 1, size, f) == size;
-  if (std::fclose(f) != 0 || !written) return 0;
+  if (!koru::fuzzing::writeInput(inputPath(), data, size)) return 0;
 
   koru::cls_Calibration calibration;
   calibration.setPathFile(inputPath());

@@ -1,8 +1,6 @@
 // Feeds arbitrary bytes to the .dat reader as a file, then writes the record back to text. The
 // reader must never crash, hang or read out of bounds, whatever the file holds.
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -10,22 +8,16 @@
 #include <string>
 
 #include "dmt/cls_DmtTEST.h"
+#include "fuzz_input.h"
 
 namespace {
 
-// One file per process, reused for every input.
 const std::filesystem::path& inputPath() {
-  static const std::filesystem::path path =
-      std::filesystem::temp_directory_path() / ("koru-dat-fuzz-" + std::to_string(::getpid()) + ".dat");
+  static const std::filesystem::path path = koru::fuzzing::scratchFile("dat", "in.dat");
   return path;
 }
 
-bool writeInput(const uint8_t* data, size_t size) {
-  std::FILE* f = std::fopen(inputPath().c_str(), "wb");
-  if (!f) return false;
-  const bool ok = size == 0 || std::fwrite(data, 1, size, f) == size;
-  return std::fclose(f) == 0 && ok;
-}
+bool writeInput(const uint8_t* data, size_t size) { return koru::fuzzing::writeInput(inputPath(), data, size); }
 
 }  // namespace
 

@@ -2,7 +2,6 @@
 // text of the test and writes it back: nothing may crash or hang, and a file the program wrote
 // must read back to the same bytes.
 
-#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
@@ -14,12 +13,9 @@
 #include <string>
 
 #include "dissipation/cls_DissTEST.h"
+#include "fuzz_input.h"
 
 namespace {
-
-std::filesystem::path scratchFile(const char* name) {
-  return std::filesystem::temp_directory_path() / ("koru_dis_fuzz_" + std::to_string(getpid()) + "_" + name);
-}
 
 std::string bytesOf(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
@@ -29,16 +25,11 @@ std::string bytesOf(const std::filesystem::path& file) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  static const std::filesystem::path input = scratchFile("in.dis");
-  static const std::filesystem::path output = scratchFile("out.dis");
-  static const std::filesystem::path again = scratchFile("again.dis");
+  static const std::filesystem::path input = koru::fuzzing::scratchFile("dis", "in.dis");
+  static const std::filesystem::path output = koru::fuzzing::scratchFile("dis", "out.dis");
+  static const std::filesystem::path again = koru::fuzzing::scratchFile("dis", "again.dis");
 
-  if (std::FILE* f = std::fopen(input.c_str(), "wb")) {
-    if (size > 0) std::fwrite(data, 1, size, f);
-    std::fclose(f);
-  } else {
-    return 0;
-  }
+  if (!koru::fuzzing::writeInput(input, data, size)) return 0;
 
   koru::cls_DissTEST t;
   t.filename = input;

@@ -1,8 +1,6 @@
 // Feeds arbitrary bytes to the unit weight profile reader, asks the profile for values and
 // writes it back: nothing may crash, hang or give a value that is not a number.
 
-#include <unistd.h>
-
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -11,25 +9,13 @@
 #include <string>
 
 #include "dmt/cls_GAMMA.h"
-
-namespace {
-
-std::filesystem::path scratchFile(const char* name) {
-  return std::filesystem::temp_directory_path() / ("koru_gamma_fuzz_" + std::to_string(getpid()) + "_" + name);
-}
-
-}  // namespace
+#include "fuzz_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  static const std::filesystem::path input = scratchFile("in.dat");
-  static const std::filesystem::path output = scratchFile("out.dat");
+  static const std::filesystem::path input = koru::fuzzing::scratchFile("gamma", "in.dat");
+  static const std::filesystem::path output = koru::fuzzing::scratchFile("gamma", "out.dat");
 
-  if (std::FILE* f = std::fopen(input.c_str(), "wb")) {
-    if (size > 0) std::fwrite(data, 1, size, f);
-    std::fclose(f);
-  } else {
-    return 0;
-  }
+  if (!koru::fuzzing::writeInput(input, data, size)) return 0;
 
   koru::cls_GAMMA g;
   g.setPath(input);

@@ -2,7 +2,6 @@
 // elaboration and writes it back: nothing may crash, hang or allocate without bound, and a file
 // that loaded must come back from its own save byte for byte.
 
-#include <unistd.h>
 
 #include <cmath>
 #include <cstdint>
@@ -12,13 +11,10 @@
 #include <string>
 
 #include "frame/files.h"
+#include "fuzz_input.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
 namespace {
-
-std::filesystem::path scratchFile(const char* name) {
-  return std::filesystem::temp_directory_path() / ("koru_kor_fuzz_" + std::to_string(getpid()) + "_" + name);
-}
 
 std::string bytesOf(const std::filesystem::path& file) {
   auto bytes = koru::readFileBytes(file);
@@ -28,16 +24,11 @@ std::string bytesOf(const std::filesystem::path& file) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  static const std::filesystem::path input = scratchFile("in.kor");
-  static const std::filesystem::path output = scratchFile("out.kor");
-  static const std::filesystem::path again = scratchFile("again.kor");
+  static const std::filesystem::path input = koru::fuzzing::scratchFile("kor", "in.kor");
+  static const std::filesystem::path output = koru::fuzzing::scratchFile("kor", "out.kor");
+  static const std::filesystem::path again = koru::fuzzing::scratchFile("kor", "again.kor");
 
-  if (std::FILE* f = std::fopen(input.c_str(), "wb")) {
-    if (size > 0) std::fwrite(data, 1, size, f);
-    std::fclose(f);
-  } else {
-    return 0;
-  }
+  if (!koru::fuzzing::writeInput(input, data, size)) return 0;
 
   koru::cls_SEISMOGRAM r;
   const bool loaded = r.loadFile(input) == 0;
