@@ -289,13 +289,17 @@ DissLoadStatus cls_DissTEST::parseFile(Diagnostic* why) {
   return DissLoadStatus::ReadFailed;
 }
 
-std::string cls_DissTEST::strTabularData() const {
-  std::string out;
+// The texts of the header that are not blank, one "KEY = text" line each.
+void cls_DissTEST::appendHeaderTexts(std::string& out) const {
   const std::pair<const char*, const std::string*> texts[] = {
       {"FIRM = ", &Firm}, {"CUSTOMER = ", &Customer}, {"JOB = ", &Job},         {"SITE = ", &Site},
       {"REMARK = ", &Remark}, {"DATE = ", &Data},     {"TESTNAME = ", &TstName}};
   for (const auto& [key, text] : texts)
     if (!isBlankText(*text)) out += key + *text + kCrLf;
+}
+
+// The numbers of the header that were given, with their units.
+void cls_DissTEST::appendHeaderValues(std::string& out) const {
   if (Zd_ > 0) out += "ZD = " + shortest(Zd_) + " m" + kCrLf;
   if (Zm > 0) out += "ZM = " + shortest(Zm) + " kPa" + kCrLf;
   if (DeltaA > 0) out += "DELTAA = " + std::to_string(DeltaA) + " kPa" + kCrLf;
@@ -305,6 +309,12 @@ std::string cls_DissTEST::strTabularData() const {
   if (Id > 0) out += "ID = " + shortest(Id) + kCrLf;
   if (OCR > 0) out += "OCR = " + shortest(OCR) + kCrLf;
   if (Mh > 0) out += "Mh = " + shortest(Mh) + " MPa" + kCrLf;
+}
+
+std::string cls_DissTEST::strTabularData() const {
+  std::string out;
+  appendHeaderTexts(out);
+  appendHeaderValues(out);
   const size_t n = std::min({static_cast<size_t>(std::max<int>(N_, 0)), vT_.size(), vA_.size()});
   for (size_t i = 0; i < n; ++i)
     out += "T =" + padLeft(formatNumber(vT_[i], "0.00"), 6) + " min, A =" + padLeft(std::to_string(vA_[i]), 6) + kCrLf;
@@ -313,11 +323,7 @@ std::string cls_DissTEST::strTabularData() const {
 
 std::string cls_DissTEST::reportHeader() const {
   std::string out;
-  const std::pair<const char*, const std::string*> texts[] = {
-      {"FIRM = ", &Firm}, {"CUSTOMER = ", &Customer}, {"JOB = ", &Job},         {"SITE = ", &Site},
-      {"REMARK = ", &Remark}, {"DATE = ", &Data},     {"TESTNAME = ", &TstName}};
-  for (const auto& [key, text] : texts)
-    if (!isBlankText(*text)) out += key + *text + kCrLf;
+  appendHeaderTexts(out);
   if (auto start = tempoInizioProva()) {
     using namespace std::chrono;
     const local_days dayPart = floor<days>(*start);
@@ -330,15 +336,7 @@ std::string cls_DissTEST::reportHeader() const {
     out += "START DATE = " + startDate + kCrLf;
     out += "START TIME = " + startTime + kCrLf;
   }
-  if (Zd_ > 0) out += "ZD = " + shortest(Zd_) + " m" + kCrLf;
-  if (Zm > 0) out += "ZM = " + shortest(Zm) + " kPa" + kCrLf;
-  if (DeltaA > 0) out += "DELTAA = " + std::to_string(DeltaA) + " kPa" + kCrLf;
-  if (DeltaB > 0) out += "DELTAB = " + std::to_string(DeltaB) + " kPa" + kCrLf;
-  if (BFinal > 0) out += "BFINAL = " + shortest(BFinal) + " kPa" + kCrLf;
-  if (isUoSpecified) out += "U0 = " + shortest(U0) + " kPa" + kCrLf;
-  if (Id > 0) out += "ID = " + shortest(Id) + kCrLf;
-  if (OCR > 0) out += "OCR = " + shortest(OCR) + kCrLf;
-  if (Mh > 0) out += "Mh = " + shortest(Mh) + " MPa" + kCrLf;
+  appendHeaderValues(out);
   return out;
 }
 

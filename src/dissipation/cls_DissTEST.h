@@ -122,6 +122,12 @@ class cls_DissTEST {
   std::string reportData() const;
   std::string reportResults() const;
 
+ private:
+  void appendHeaderTexts(std::string& out) const;
+  void appendHeaderValues(std::string& out) const;
+
+ public:
+
   // --- Tflex interpretation ---------------------------------------------------------------------
   float FlexT = 0;  // minutes; -1 when the flex lies outside 0.01 .. 1,000,000 minutes
   float FlexA = 0;  // kPa; -1 likewise
