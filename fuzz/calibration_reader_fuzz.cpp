@@ -7,7 +7,7 @@
 #include <string>
 
 #include "fuzz_input.h"
-#include "probe/cls_Calibration.h"
+#include "dmt/cls_Calibration.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/memory_settings_store.h"
-#include "frame/startup.h"
+#include "program/startup.h"
 #include "scratch_folder.h"
 #include "scripted_prompts.h"
 

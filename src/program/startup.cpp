@@ -1,4 +1,4 @@
-#include "frame/startup.h"
+#include "program/startup.h"
 
 #include "frame/files.h"
 #include "frame/numbers.h"

@@ -1,4 +1,4 @@
-#include "dmt/cls_statVec.h"
+#include "results/cls_statVec.h"
 
 #include <cmath>
 #include <limits>

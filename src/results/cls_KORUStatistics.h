@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dmt/cls_statVars.h"
+#include "results/cls_statVars.h"
 
 namespace koru {
 

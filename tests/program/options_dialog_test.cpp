@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/OptionsDialog.h"
+#include "program/OptionsDialog.h"
 #include "frame/memory_settings_store.h"
 #include "frame/strings/StringTable.h"
 #include "scripted_prompts.h"

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "dmt/cls_FileOptions.h"
-#include "dmt/cls_KORUStatistics.h"
-#include "dmt/cls_statVars.h"
-#include "dmt/cls_statVec.h"
+#include "results/cls_FileOptions.h"
+#include "results/cls_KORUStatistics.h"
+#include "results/cls_statVars.h"
+#include "results/cls_statVec.h"
 
 namespace koru {
 namespace {

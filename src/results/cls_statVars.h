@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dmt/cls_statVec.h"
+#include "results/cls_statVec.h"
 
 namespace koru {
 

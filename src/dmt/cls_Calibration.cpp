@@ -2,7 +2,7 @@
 //   DeltaA = 15, DeltaB = 40, Date = 12/03/2008, Time = 10:25
 // Lines end with CR LF; the file is Windows-1252 and is always rewritten whole.
 
-#include "probe/cls_Calibration.h"
+#include "dmt/cls_Calibration.h"
 
 #include <algorithm>
 #include <cctype>

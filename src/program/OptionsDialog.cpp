@@ -1,4 +1,4 @@
-#include "frame/OptionsDialog.h"
+#include "program/OptionsDialog.h"
 
 #include <vector>
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "probe/cls_Calibration.h"
+#include "dmt/cls_Calibration.h"
 #include "scratch_folder.h"
 
 namespace koru {

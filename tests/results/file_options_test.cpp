@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "dmt/cls_FileOptions.h"
+#include "results/cls_FileOptions.h"
 #include "scratch_folder.h"
 #include "seismic/cls_SEISMOGRAM.h"
 #include "seismic/cls_VTEST.h"

@@ -1,10 +1,10 @@
-#include "dmt/cls_statVars.h"
+#include "results/cls_statVars.h"
 
 #include <cctype>
 #include <cmath>
 #include <utility>
 
-#include "dmt/cls_FileOptions.h"
+#include "results/cls_FileOptions.h"
 #include "frame/log.h"
 #include "frame/numbers.h"
 

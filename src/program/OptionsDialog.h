@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/AppState.h"
+#include "program/AppState.h"
 #include "frame/settings_store.h"
 
 namespace koru {

@@ -1,8 +1,8 @@
-#include "dmt/cls_KORUStatistics.h"
+#include "results/cls_KORUStatistics.h"
 
 #include <limits>
 
-#include "dmt/cls_FileOptions.h"
+#include "results/cls_FileOptions.h"
 #include "frame/log.h"
 
 namespace koru {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "frame/AppState.h"
+#include "program/AppState.h"
 #include "frame/diagnostic.h"
 #include "frame/prompts.h"
 #include "frame/settings_store.h"

@@ -1,4 +1,4 @@
-#include "dmt/cls_FileOptions.h"
+#include "results/cls_FileOptions.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,1 +1,0 @@
-#include "frame/AppState.h"
