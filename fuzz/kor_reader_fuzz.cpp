@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <string>
 
-#include "frame/files.h"
+#include "frame/Files.h"
 #include "fuzz_input.h"
 #include "seismic/cls_SEISMOGRAM.h"
 

@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/prompts.h"
+#include "frame/Prompts.h"
 #include "frame/strings/Language.h"
 #include "frame/strings/LanguageFile.h"
 #include "frame/strings/StringTable.h"

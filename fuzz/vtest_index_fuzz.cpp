@@ -14,7 +14,7 @@
 #include <system_error>
 #include <vector>
 
-#include "frame/files.h"
+#include "frame/Files.h"
 #include "seismic/cls_VTEST.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/program_folders.h"
+#include "frame/ProgramFolders.h"
 
 namespace koru {
 

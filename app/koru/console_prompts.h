@@ -4,7 +4,7 @@
 
 #include <iostream>
 
-#include "frame/prompts.h"
+#include "frame/Prompts.h"
 
 namespace koru::cli {
 

@@ -4,7 +4,7 @@
 
 #include "csv_output.h"
 #include "dmt/cls_DmtTEST.h"
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "frame/strings/StringTable.h"
 
 namespace koru::cli {

@@ -8,7 +8,7 @@
 
 #include "commands.h"
 #include "console_prompts.h"
-#include "frame/program_folders.h"
+#include "frame/ProgramFolders.h"
 #include "frame/strings/Language.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "commands.h"
 #include "csv_output.h"
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
 namespace koru::cli {

@@ -19,10 +19,10 @@
 #include <exception>
 
 #include "dissipation/cls_DissTEST.h"
-#include "frame/files.h"
-#include "frame/input_fields.h"
-#include "frame/numbers.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/InputFields.h"
+#include "frame/Numbers.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 

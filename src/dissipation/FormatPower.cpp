@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

@@ -13,7 +13,7 @@
 
 #include "dissipation/FormatPower.h"
 #include "dissipation/cls_DissTEST.h"
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

@@ -7,7 +7,7 @@
 #include <charconv>
 #include <cstdio>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

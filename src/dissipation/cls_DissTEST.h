@@ -16,7 +16,7 @@
 
 #include "dissipation/DissVertData.h"
 #include "dissipation/Tflex.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

@@ -5,7 +5,7 @@
 #include <exception>
 #include <system_error>
 
-#include "frame/files.h"
+#include "frame/Files.h"
 
 namespace koru {
 

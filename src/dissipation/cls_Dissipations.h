@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "dissipation/cls_DissTEST.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

@@ -15,7 +15,7 @@
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
 #include "dmt/cls_U.h"
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

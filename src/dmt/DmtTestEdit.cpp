@@ -8,7 +8,7 @@
 #include <string>
 
 #include "dmt/cls_DmtTEST.h"
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

@@ -20,10 +20,10 @@
 #include <string_view>
 
 #include "dmt/cls_DmtTEST.h"
-#include "frame/files.h"
-#include "frame/input_fields.h"
-#include "frame/numbers.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/InputFields.h"
+#include "frame/Numbers.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "frame/numbers.h"
-#include "frame/text_lines.h"
+#include "frame/Numbers.h"
+#include "frame/TextLines.h"
 
 namespace koru {
 

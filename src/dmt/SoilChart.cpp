@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "dmt/cls_DmtTEST.h"
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

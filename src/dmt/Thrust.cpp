@@ -13,10 +13,10 @@
 #include <vector>
 
 #include "dmt/cls_DmtTEST.h"
-#include "frame/files.h"
-#include "frame/numbers.h"
-#include "frame/text_lines.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
+#include "frame/TextLines.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 

@@ -20,7 +20,7 @@
 #include <vector>
 
 #include "dmt/DMTOptions.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/files.h"
-#include "frame/numbers.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 

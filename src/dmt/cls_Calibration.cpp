@@ -9,9 +9,9 @@
 #include <exception>
 #include <optional>
 
-#include "frame/files.h"
-#include "frame/numbers.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 

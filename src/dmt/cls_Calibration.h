@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "dmt/CalibrationFigures.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

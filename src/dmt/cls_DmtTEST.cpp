@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "frame/dates.h"
+#include "frame/Dates.h"
 
 namespace koru {
 

@@ -13,7 +13,7 @@
 #include "dmt/CalibrationFigures.h"
 #include "dmt/DMTOptions.h"
 #include "dmt/Thrust.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

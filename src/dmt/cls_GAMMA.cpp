@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "dmt/ProfileFile.h"
-#include "frame/files.h"
-#include "frame/numbers.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

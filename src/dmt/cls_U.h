@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

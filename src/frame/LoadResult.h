@@ -3,7 +3,7 @@
 // how far it got in one of these; the operations that the rest of the program calls turn it into
 // the status values they return (-1 for a complete read, a flag, ...), so callers keep one shape.
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "frame/settings_store.h"
+#include "frame/SettingsStore.h"
 
 class QSettings;
 

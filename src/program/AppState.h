@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "dmt/DMTOptions.h"
-#include "frame/program_folders.h"
+#include "frame/ProgramFolders.h"
 #include "frame/strings/StringTable.h"
 #include "sites/cls_SITE.h"
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "frame/strings/StringTable.h"
 
 namespace koru {

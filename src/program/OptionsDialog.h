@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "program/AppState.h"
-#include "frame/settings_store.h"
+#include "frame/SettingsStore.h"
 
 namespace koru {
 

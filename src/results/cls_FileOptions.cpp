@@ -6,8 +6,8 @@
 #include <limits>
 #include <utility>
 
-#include "frame/files.h"
-#include "frame/numbers.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
 #include "sites/cls_VERTICAL.h"
 
 namespace koru {

@@ -23,7 +23,7 @@
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
 #include "dmt/cls_U.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 #include "seismic/cls_VTEST.h"
 
 namespace koru {

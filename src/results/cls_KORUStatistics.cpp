@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "results/cls_FileOptions.h"
-#include "frame/log.h"
+#include "frame/Log.h"
 
 namespace koru {
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "results/cls_FileOptions.h"
-#include "frame/log.h"
-#include "frame/numbers.h"
+#include "frame/Log.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "frame/log.h"
-#include "frame/numbers.h"
+#include "frame/Log.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

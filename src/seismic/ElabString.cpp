@@ -1,6 +1,6 @@
 #include "seismic/ElabString.h"
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

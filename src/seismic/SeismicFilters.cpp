@@ -5,8 +5,8 @@
 #include <limits>
 #include <string>
 
-#include "frame/log.h"
-#include "frame/numbers.h"
+#include "frame/Log.h"
+#include "frame/Numbers.h"
 #include "seismic/SeismicMath.h"
 #include "seismic/cls_SEISMOGRAM.h"
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru::seismic {
 

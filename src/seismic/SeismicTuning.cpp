@@ -1,8 +1,8 @@
 #include "seismic/SeismicTuning.h"
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "frame/strings/StringTable.h"
-#include "frame/strings/string_ids.h"
+#include "frame/strings/StringIds.h"
 
 namespace koru {
 

@@ -17,11 +17,11 @@
 #include <string>
 #include <string_view>
 
-#include "frame/files.h"
-#include "frame/log.h"
-#include "frame/numbers.h"
-#include "frame/text_lines.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/Log.h"
+#include "frame/Numbers.h"
+#include "frame/TextLines.h"
+#include "frame/TextCodec.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
 namespace koru {

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/files.h"
-#include "frame/numbers.h"
-#include "frame/text_lines.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
+#include "frame/TextLines.h"
+#include "frame/TextCodec.h"
 #include "seismic/cls_VTEST.h"
 
 namespace koru {

@@ -6,8 +6,8 @@
 #include <cmath>
 #include <limits>
 
-#include "frame/log.h"
-#include "frame/numbers.h"
+#include "frame/Log.h"
+#include "frame/Numbers.h"
 #include "seismic/LagSearch.h"
 #include "seismic/SeismicMath.h"
 #include "seismic/cls_SEISMOGRAM.h"

@@ -10,9 +10,9 @@
 #include <cmath>
 #include <limits>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "frame/strings/StringTable.h"
-#include "frame/strings/string_ids.h"
+#include "frame/strings/StringIds.h"
 #include "seismic/ElabString.h"
 #include "seismic/SeismicMath.h"
 

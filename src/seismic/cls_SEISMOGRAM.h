@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 #include "seismic/cls_Semionda.h"
 
 namespace koru {

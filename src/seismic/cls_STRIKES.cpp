@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
 namespace koru {

@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 #include "seismic/cls_zSTRIKES.h"
 
 namespace koru {

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "frame/files.h"
-#include "frame/numbers.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
 namespace koru {

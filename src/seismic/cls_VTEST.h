@@ -25,7 +25,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 #include "seismic/cls_STRIKES.h"
 #include "seismic/cls_zSTRIKES.h"
 

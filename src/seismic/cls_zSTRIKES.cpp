@@ -5,8 +5,8 @@
 #include <limits>
 #include <optional>
 
-#include "frame/log.h"
-#include "frame/numbers.h"
+#include "frame/Log.h"
+#include "frame/Numbers.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
 namespace koru {

@@ -7,10 +7,10 @@
 #include <system_error>
 #include <utility>
 
-#include "frame/files.h"
-#include "frame/text_lines.h"
-#include "frame/log.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/TextLines.h"
+#include "frame/Log.h"
+#include "frame/TextCodec.h"
 
 namespace koru::FS {
 

@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru::FS {
 

@@ -8,7 +8,7 @@
 
 #include "dmt/Thrust.h"
 #include "dmt/cls_DmtTEST.h"
-#include "frame/files.h"
+#include "frame/Files.h"
 
 namespace koru {
 

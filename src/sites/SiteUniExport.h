@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "dmt/DMTOptions.h"
-#include "frame/strings/string_ids.h"
-#include "frame/diagnostic.h"
+#include "frame/strings/StringIds.h"
+#include "frame/Diagnostic.h"
 #include "frame/strings/StringTable.h"
 #include "sites/cls_SITE.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "frame/files.h"
+#include "frame/Files.h"
 #include "sites/FS.h"
 
 namespace koru {

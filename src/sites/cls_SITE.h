@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 #include "sites/cls_VERTICAL.h"
 #include "sites/cls_VERTICALS.h"
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "dmt/Thrust.h"
-#include "frame/files.h"
-#include "frame/numbers.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
 #include "sites/FS.h"
 
 namespace koru {

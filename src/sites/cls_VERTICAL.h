@@ -22,7 +22,7 @@
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
 #include "dmt/cls_U.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 #include "dmt/cls_Calibration.h"
 #include "seismic/cls_VTEST.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "frame/log.h"
+#include "frame/Log.h"
 #include "sites/FS.h"
 
 namespace koru {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "dmt/DMTOptions.h"
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 #include "sites/cls_VERTICAL.h"
 
 namespace koru {

@@ -11,7 +11,7 @@
 #include "dissipation/FormatPower.h"
 #include "dissipation/Tflex.h"
 #include "dissipation/cls_DissTEST.h"
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "synthetic_dissipation.h"
 
 namespace koru {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "frame/files.h"
-#include "frame/program_folders.h"
+#include "frame/Files.h"
+#include "frame/ProgramFolders.h"
 #include "scratch_folder.h"
 
 namespace koru {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 namespace {

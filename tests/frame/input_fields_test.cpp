@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "frame/input_fields.h"
+#include "frame/InputFields.h"
 
 namespace koru {
 namespace {

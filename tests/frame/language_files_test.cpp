@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
-#include "frame/files.h"
+#include "frame/Files.h"
 #include "frame/strings/Language.h"
 #include "frame/strings/LanguageFile.h"
-#include "frame/strings/string_ids.h"
+#include "frame/strings/StringIds.h"
 #include "scripted_prompts.h"
 
 namespace koru {

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <limits>
 
-#include "frame/bytes.h"
-#include "frame/decimal_digits.h"
-#include "frame/numbers.h"
-#include "frame/pressure.h"
+#include "frame/Bytes.h"
+#include "frame/DecimalDigits.h"
+#include "frame/Numbers.h"
+#include "frame/Pressure.h"
 
 namespace koru {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/memory_settings_store.h"
+#include "frame/MemorySettingsStore.h"
 
 namespace koru {
 namespace {

@@ -5,11 +5,11 @@
 #include <utility>
 #include <vector>
 
-#include "frame/memory_settings_store.h"
+#include "frame/MemorySettingsStore.h"
 #include "frame/strings/Language.h"
 #include "frame/strings/LanguageFile.h"
 #include "frame/strings/StringTable.h"
-#include "frame/strings/string_ids.h"
+#include "frame/strings/StringIds.h"
 #include "scratch_folder.h"
 #include "scripted_prompts.h"
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/text_codec.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/text_lines.h"
+#include "frame/TextLines.h"
 
 namespace koru {
 namespace {

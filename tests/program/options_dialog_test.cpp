@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "program/OptionsDialog.h"
-#include "frame/memory_settings_store.h"
+#include "frame/MemorySettingsStore.h"
 #include "frame/strings/StringTable.h"
 #include "scripted_prompts.h"
 

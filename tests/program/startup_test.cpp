@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "frame/memory_settings_store.h"
-#include "program/startup.h"
+#include "frame/MemorySettingsStore.h"
+#include "program/Startup.h"
 #include "scratch_folder.h"
 #include "scripted_prompts.h"
 

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 #include "frame/strings/StringTable.h"
 #include "scripted_prompts.h"
 #include "seismic/SeismicTuning.h"

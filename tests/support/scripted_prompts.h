@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/prompts.h"
+#include "frame/Prompts.h"
 
 namespace koru::testing {
 

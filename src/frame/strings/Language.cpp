@@ -5,11 +5,11 @@
 #include <system_error>
 #include <utility>
 
-#include "frame/files.h"
-#include "frame/numbers.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
 #include "frame/strings/LanguageFile.h"
-#include "frame/strings/string_ids.h"
-#include "frame/text_codec.h"
+#include "frame/strings/StringIds.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/settings_store.h"
+#include "frame/SettingsStore.h"
 #include "frame/strings/StringTable.h"
 
 namespace koru {

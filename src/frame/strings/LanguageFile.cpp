@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "frame/files.h"
-#include "frame/text_codec.h"
+#include "frame/Files.h"
+#include "frame/TextCodec.h"
 
 namespace koru {
 

@@ -23,7 +23,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/prompts.h"
+#include "frame/Prompts.h"
 
 namespace koru {
 

@@ -1,6 +1,6 @@
-#include "frame/pressure.h"
+#include "frame/Pressure.h"
 
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

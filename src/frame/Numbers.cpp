@@ -1,11 +1,11 @@
-#include "frame/numbers.h"
+#include "frame/Numbers.h"
 
 #include <charconv>
 #include <clocale>
 #include <cmath>
 #include <limits>
 
-#include "frame/decimal_digits.h"
+#include "frame/DecimalDigits.h"
 
 namespace koru {
 

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "program/AppState.h"
-#include "frame/diagnostic.h"
-#include "frame/prompts.h"
-#include "frame/settings_store.h"
+#include "frame/Diagnostic.h"
+#include "frame/Prompts.h"
+#include "frame/SettingsStore.h"
 #include "frame/strings/Language.h"
 
 namespace koru {

@@ -6,7 +6,7 @@
 #include <string>
 #include <tuple>
 
-#include "frame/settings_store.h"
+#include "frame/SettingsStore.h"
 
 namespace koru {
 

@@ -1,4 +1,4 @@
-#include "frame/text_codec.h"
+#include "frame/TextCodec.h"
 
 #include <array>
 #include <cstdint>

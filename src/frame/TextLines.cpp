@@ -1,4 +1,4 @@
-#include "frame/text_lines.h"
+#include "frame/TextLines.h"
 
 namespace koru {
 

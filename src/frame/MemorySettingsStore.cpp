@@ -1,4 +1,4 @@
-#include "frame/memory_settings_store.h"
+#include "frame/MemorySettingsStore.h"
 
 namespace koru {
 

@@ -1,4 +1,4 @@
-#include "frame/files.h"
+#include "frame/Files.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "frame/decimal_digits.h"
+#include "frame/DecimalDigits.h"
 
 #include <charconv>
 #include <cmath>

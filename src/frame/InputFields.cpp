@@ -1,4 +1,4 @@
-#include "frame/input_fields.h"
+#include "frame/InputFields.h"
 
 namespace koru {
 

@@ -1,7 +1,7 @@
-#include "program/startup.h"
+#include "program/Startup.h"
 
-#include "frame/files.h"
-#include "frame/numbers.h"
+#include "frame/Files.h"
+#include "frame/Numbers.h"
 
 namespace koru {
 

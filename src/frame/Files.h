@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/diagnostic.h"
+#include "frame/Diagnostic.h"
 
 namespace koru {
 

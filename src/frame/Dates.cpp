@@ -1,4 +1,4 @@
-#include "frame/dates.h"
+#include "frame/Dates.h"
 
 #include <array>
 #include <ctime>

@@ -1,6 +1,6 @@
-#include "frame/program_folders.h"
+#include "frame/ProgramFolders.h"
 
-#include "frame/files.h"
+#include "frame/Files.h"
 
 namespace koru {
 
