@@ -6,7 +6,7 @@
 
 namespace koru {
 
-cls_DmtTEST::cls_DmtTEST() : strDate(todayString()) {}
+cls_DmtTEST::cls_DmtTEST() { strDate = todayString(); }
 
 void cls_DmtTEST::setN(int n) {
   const size_t size = n > 0 ? static_cast<size_t>(n) : 0;

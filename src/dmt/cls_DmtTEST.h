@@ -12,6 +12,7 @@
 
 #include "dmt/CalibrationFigures.h"
 #include "dmt/DMTOptions.h"
+#include "dmt/TestHeader.h"
 #include "dmt/Thrust.h"
 #include "frame/Diagnostic.h"
 
@@ -20,7 +21,7 @@ namespace koru {
 class cls_GAMMA;
 class cls_U;
 
-class cls_DmtTEST {
+class cls_DmtTEST : public TestHeader {
  public:
   cls_DmtTEST();
 
@@ -34,8 +35,6 @@ class cls_DmtTEST {
   bool blnHasThrust = false;  // thrust data belong to the test (Thrust.dat beside the .dat file)
   float sngMinEd = 0, sngMinEdRow = -1, sngMinId = 0, sngMinIdRow = -1;
   bool blnUdOutOfRange = false;
-  std::string strFirm, strCustomer, strSite, strJob, strRemark;
-  std::string strDate;  // "d MMM yyyy", today at creation
   std::string strTstname;
   int16_t intDeltaA = 15, intDeltaB = 40;  // kPa
   float sngZw = 3.0f;        // m; negative: water standing above the ground

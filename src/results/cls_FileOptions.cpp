@@ -252,13 +252,8 @@ bool cls_FileOptions::initializeFromPalmiro(const VerticalSources& s, const DMTO
   try {
     clearData();
     strVertName = s.strVertName;
-    strFirm = s.strFirm;
-    strCustomer = s.strCustomer;
-    strDate = s.strDate;
+    static_cast<TestHeader&>(*this) = s;
     strGPS = s.strGPS;
-    strJob = s.strJob;
-    strRemark = s.strRemark;
-    strSite = s.strSite;
     Zw = s.sngZw;
     sngZabs = s.sngZabs;
     gamma = s.gamma;
@@ -303,13 +298,8 @@ bool cls_FileOptions::initializeFromPalmiro(const cls_VERTICAL& vertical, const 
     bool ok = true;
     VerticalSources s;
     s.strVertName = vertical.strTestname.empty() ? vertical.strFolderName : vertical.strTestname;
-    s.strFirm = vertical.strFirm;
-    s.strCustomer = vertical.strCustomer;
-    s.strDate = vertical.strDate;
+    static_cast<TestHeader&>(s) = vertical;
     s.strGPS = vertical.strGPS;
-    s.strJob = vertical.strJob;
-    s.strRemark = vertical.strRemark;
-    s.strSite = vertical.strSite;
     s.sngZw = vertical.sngZw;
     s.sngZabs = vertical.sngZabs;
     s.gamma = vertical.gamma;

@@ -22,6 +22,7 @@
 #include "dmt/DMTOptions.h"
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
+#include "dmt/TestHeader.h"
 #include "dmt/cls_U.h"
 #include "frame/Diagnostic.h"
 #include "seismic/cls_VTEST.h"
@@ -33,9 +34,9 @@ class cls_VERTICAL;
 // What a view is made from: the tests of a vertical, given one by one so that a view can be
 // built from tests that a cls_VERTICAL does not (yet) hold. Pointers only need to live during
 // initializeFromPalmiro: the view copies what it keeps.
-struct VerticalSources {
+struct VerticalSources : TestHeader {
   std::string strVertName;
-  std::string strFirm, strCustomer, strDate, strGPS, strJob, strRemark, strSite;
+  std::string strGPS;
   float sngZw = 3.0f;    // m, water table of the vertical
   float sngZabs = 0.0f;  // m, elevation of the top
 
@@ -50,11 +51,11 @@ struct VerticalSources {
   UnitWeightAt unitWeightAt;
 };
 
-class cls_FileOptions {
+class cls_FileOptions : public TestHeader {
  public:
   // --- Header of the vertical ------------------------------------------------------------
   std::string strVertName;
-  std::string strFirm, strCustomer, strDate, strGPS, strJob, strRemark, strSite;
+  std::string strGPS;
   float Zw = 3.0f;       // m, water table
   float sngZabs = 0.0f;  // m, elevation of the top; elevations are sngZabs - depth
 

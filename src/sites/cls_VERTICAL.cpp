@@ -100,7 +100,8 @@ void cls_VERTICAL::resetHeader() {
   blnTestVs = fresh.blnTestVs;
   blnTestVp = fresh.blnTestVp;
   blnTestDissip = fresh.blnTestDissip;
-  strTestname = strFirm = strCustomer = strDate = strGPS = strJob = strRemark = strSite = std::string();
+  static_cast<TestHeader&>(*this) = TestHeader();
+  strTestname = strGPS = std::string();
   sngZw = fresh.sngZw;
   sngZabs = fresh.sngZabs;
 }

@@ -19,16 +19,17 @@
 
 #include "dissipation/cls_Dissipations.h"
 #include "dmt/DMTOptions.h"
+#include "dmt/cls_Calibration.h"
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
+#include "dmt/TestHeader.h"
 #include "dmt/cls_U.h"
 #include "frame/Diagnostic.h"
-#include "dmt/cls_Calibration.h"
 #include "seismic/cls_VTEST.h"
 
 namespace koru {
 
-class cls_VERTICAL {
+class cls_VERTICAL : public TestHeader {
  public:
   // --- Paths (setFolders) ---------------------------------------------------------------------
   std::string strFolderName;  // VERT_m
@@ -50,10 +51,10 @@ class cls_VERTICAL {
   // --- Header (VERT_m.dat) --------------------------------------------------------------------
   bool blnTestDMT = true;
   bool blnTestVs = false, blnTestVp = false, blnTestDissip = false, blnTestInclination = false;
-  std::string strTestname, strFirm, strCustomer, strDate;
+  std::string strTestname;
   float sngZw = 3.0f;
   float sngZabs = 0.0f;
-  std::string strGPS, strJob, strRemark, strSite;
+  std::string strGPS;
 
   // Builds every path of the vertical from the site's folder and the vertical's folder name;
   // m is the text after the last "_" of the name.
