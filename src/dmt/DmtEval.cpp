@@ -45,9 +45,11 @@ double lnChecked(double x) {
   return std::log(x);
 }
 
+// A record whose columns are shorter than its row count ends the evaluation at that row.
 template <typename T>
 T rowValue(const std::vector<T>& v, int row) {
-  return v.at(static_cast<size_t>(row));
+  if (row < 0 || static_cast<size_t>(row) >= v.size()) throw RowFailure();
+  return v[static_cast<size_t>(row)];
 }
 
 template <typename T>
@@ -286,7 +288,7 @@ bool cls_DmtTEST::evalDMT(const cls_GAMMA& gammaProfile, const cls_U& uProfile, 
       vecCODREAD[r] = code;
       prevGamma = gamma;
     }
-  } catch (...) {
+  } catch (const RowFailure&) {
     ok = false;
   }
 
@@ -360,7 +362,7 @@ void cls_DmtTEST::calculateRealEdIdUd(const DMTOptions&) {
       vecIdReal[r] = id;
       vecUdReal[r] = ud;
     }
-  } catch (...) {
+  } catch (const RowFailure&) {
     // A failing row leaves it and the rows below at 0.
   }
 }

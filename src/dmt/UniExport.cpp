@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <exception>
 #include <string_view>
 #include <vector>
 
@@ -82,14 +81,7 @@ std::string uniFileText(const cls_DmtTEST& t) {
 }
 
 bool cls_DmtTEST::generateUNI(const std::filesystem::path& file, Diagnostic* why) const {
-  try {
-    return writeFileAtomically(file, uniFileText(*this), why);
-  } catch (const std::exception& e) {
-    if (why) *why = Diagnostic{file, 0, std::string("cannot be written: ") + e.what()};
-  } catch (...) {
-    if (why) *why = Diagnostic{file, 0, "cannot be written"};
-  }
-  return false;
+  return writeFileAtomically(file, uniFileText(*this), why);
 }
 
 }  // namespace koru
