@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "csv_output.h"
 #include "dissipation/cls_DissTEST.h"
+#include "usage.h"
 
 namespace koru::cli {
 
@@ -22,10 +23,6 @@ const char* statusText(TflexStatus status) {
 // Loads and interprets the test. A file that is not a dissipation test, or that broke off,
 // ends the command; a test whose fit fails is still shown, with the reason on stderr.
 bool loadAndCalculate(Context& context, cls_DissTEST& test) {
-  if (context.args.size() != 1) {
-    context.err << "koru: usage: koru dissipation eval|report FILE.dis\n";
-    return false;
-  }
   const std::filesystem::path file = context.args[0];
   test.folder = file.parent_path();
   test.filename = file;
@@ -40,8 +37,9 @@ bool loadAndCalculate(Context& context, cls_DissTEST& test) {
 }
 
 int dissipationEval(Context& context) {
+  if (context.args.size() != 1) return usageError(context, "dissipation eval");
   cls_DissTEST test;
-  if (!loadAndCalculate(context, test)) return context.args.size() == 1 ? kExitDataError : kExitUsage;
+  if (!loadAndCalculate(context, test)) return kExitDataError;
   context.out << "Zd,N,FlexT,FlexA,isGoodFlex,Ch,ChMinutes,Kh,Po\n";
   CsvLine line;
   line.add(test.Zd()).addInt(test.N()).add(test.FlexT).add(test.FlexA).addInt(test.isGoodFlex ? 1 : 0);
@@ -53,8 +51,9 @@ int dissipationEval(Context& context) {
 }
 
 int dissipationReport(Context& context) {
+  if (context.args.size() != 1) return usageError(context, "dissipation report");
   cls_DissTEST test;
-  if (!loadAndCalculate(context, test)) return context.args.size() == 1 ? kExitDataError : kExitUsage;
+  if (!loadAndCalculate(context, test)) return kExitDataError;
   std::string text = test.test();
   for (char c : text)
     if (c != '\r') context.out << c;
@@ -65,16 +64,7 @@ int dissipationReport(Context& context) {
 }  // namespace
 
 int runDissipationCommand(Context& context) {
-  if (context.args.empty()) {
-    context.err << "koru: dissipation needs a subcommand: eval, report\n";
-    return kExitUsage;
-  }
-  const std::string sub = context.args.front();
-  context.args.erase(context.args.begin());
-  if (sub == "eval") return dissipationEval(context);
-  if (sub == "report") return dissipationReport(context);
-  context.err << "koru: unknown dissipation subcommand '" << sub << "'\n";
-  return kExitUsage;
+  return runGroup(context, "dissipation", {{"eval", dissipationEval}, {"report", dissipationReport}});
 }
 
 }  // namespace koru::cli

@@ -3,9 +3,9 @@
 #include "commands.h"
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
-#include "dmt/Thrust.h"
 #include "dmt/cls_U.h"
 #include "dmt_output.h"
+#include "usage.h"
 
 namespace koru::cli {
 
@@ -27,25 +27,21 @@ bool loadTest(cls_DmtTEST& test, const std::string& file, bool allowPartial, std
 int runEval(Context& context) {
   EvalOutputOptions parsed;
   if (!parseEvalOptions(context.args, parsed, context.err)) return kExitUsage;
-  if (parsed.positional.size() != 1) {
-    context.err << "koru: usage: koru dmt eval FILE.dat [--set NAME=VALUE]... [--table] [--allow-partial]\n";
-    return kExitUsage;
-  }
+  if (parsed.positional.size() != 1) return usageError(context, "dmt eval");
   cls_DmtTEST test;
   bool partial = false;
   if (!loadTest(test, parsed.positional[0], parsed.allowPartial, context.err, partial)) return kExitDataError;
+  const auto options = evaluationOptions(parsed.options, test.blnHasThrust, parsed.positional[0], context.err);
+  if (!options) return kExitUsage;
   cls_GAMMA gamma;
   cls_U u;
-  test.evalDMT(gamma, u, optionsForTest(parsed.options, test.blnHasThrust));
+  test.evalDMT(gamma, u, *options);
   writeEvaluation(test, parsed, context);
   return partial ? kExitDataError : kExitOk;
 }
 
 int runSave(Context& context) {
-  if (context.args.size() != 2) {
-    context.err << "koru: usage: koru dmt save IN.dat OUT.dat\n";
-    return kExitUsage;
-  }
+  if (context.args.size() != 2) return usageError(context, "dmt save");
   cls_DmtTEST test;
   bool partial = false;
   if (!loadTest(test, context.args[0], false, context.err, partial)) return kExitDataError;
@@ -61,16 +57,16 @@ int runSave(Context& context) {
 int runUni(Context& context) {
   EvalOutputOptions parsed;
   if (!parseEvalOptions(context.args, parsed, context.err)) return kExitUsage;
-  if (parsed.positional.size() != 2) {
-    context.err << "koru: usage: koru dmt uni IN.dat OUT.uni [--set NAME=VALUE]...\n";
-    return kExitUsage;
-  }
+  if (parsed.positional.size() != 2 || parsed.units || parsed.table || parsed.allowPartial)
+    return usageError(context, "dmt uni");
   cls_DmtTEST test;
   bool partial = false;
   if (!loadTest(test, parsed.positional[0], false, context.err, partial)) return kExitDataError;
+  const auto options = evaluationOptions(parsed.options, test.blnHasThrust, parsed.positional[0], context.err);
+  if (!options) return kExitUsage;
   cls_GAMMA gamma;
   cls_U u;
-  test.evalDMT(gamma, u, optionsForTest(parsed.options, test.blnHasThrust));
+  test.evalDMT(gamma, u, *options);
   Diagnostic why;
   if (!test.generateUNI(parsed.positional[1], &why)) {
     context.err << why.toString() << '\n';
@@ -82,17 +78,7 @@ int runUni(Context& context) {
 }  // namespace
 
 int runDmtCommand(Context& context) {
-  if (context.args.empty()) {
-    context.err << "koru: dmt needs a subcommand: eval, save, uni\n";
-    return kExitUsage;
-  }
-  const std::string sub = context.args.front();
-  context.args.erase(context.args.begin());
-  if (sub == "eval") return runEval(context);
-  if (sub == "save") return runSave(context);
-  if (sub == "uni") return runUni(context);
-  context.err << "koru: unknown dmt subcommand '" << sub << "'\n";
-  return kExitUsage;
+  return runGroup(context, "dmt", {{"eval", runEval}, {"save", runSave}, {"uni", runUni}});
 }
 
 }  // namespace koru::cli

@@ -12,7 +12,9 @@ namespace koru::cli {
 bool parseEvalOptions(const std::vector<std::string>& args, EvalOutputOptions& parsed, std::ostream& err) {
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& arg = args[i];
-    if (arg == "--table") {
+    if (arg == "--units") {
+      parsed.units = true;
+    } else if (arg == "--table") {
       parsed.table = true;
     } else if (arg == "--allow-partial") {
       parsed.allowPartial = true;
@@ -29,7 +31,7 @@ bool parseEvalOptions(const std::vector<std::string>& args, EvalOutputOptions& p
       }
       std::string why;
       if (!parsed.options.setByName(assignment.substr(0, eq), assignment.substr(eq + 1), &why)) {
-        err << "koru: " << why << '\n';
+        err << "koru: " << why << (why.starts_with("unknown") ? " (koru help dmt eval lists the names)" : "") << '\n';
         return false;
       }
     } else if (!arg.empty() && arg[0] == '-') {
@@ -42,16 +44,44 @@ bool parseEvalOptions(const std::vector<std::string>& args, EvalOutputOptions& p
   return true;
 }
 
+std::optional<DMTOptions> evaluationOptions(const DMTOptions& given, bool testHasThrust, std::string_view what,
+                                            std::ostream& err) {
+  const std::string conflict = given.thrustConflict(testHasThrust);
+  if (conflict.empty()) return given.forTest(testHasThrust);
+  err << "koru: " << what << ": " << conflict << '\n';
+  return std::nullopt;
+}
+
 namespace {
+
+// The CSV columns: the result vectors' names without their prefix, and their units (kPa for
+// readings and pressures, MPa for moduli, none for the indices and ratios).
+struct Column {
+  const char* name;
+  const char* unit;
+};
+constexpr Column kColumns[] = {
+    {"Z", "m"},          {"A", "kPa"},      {"B", "kPa"},         {"C", "kPa"},      {"CODREAD", ""},
+    {"Po", "kPa"},       {"P1", "kPa"},     {"P2", "kPa"},        {"Gamma", "kN/m3"}, {"SigmaEff", "kPa"},
+    {"SigmaV", "kPa"},   {"Sigmah", "kPa"}, {"Uo", "kPa"},        {"Ud", ""},        {"Id", ""},
+    {"LogId", ""},       {"Ed", "MPa"},     {"Kd", ""},           {"Ko", ""},        {"OCR", ""},
+    {"M", "MPa"},        {"Cu", "kPa"},     {"Phi", "degrees"},   {"SoilType", ""},  {"IdReal", ""},
+    {"EdReal", "MPa"},   {"UdReal", ""},    {"description", ""},
+};
 
 std::string description(const cls_DmtTEST& t, size_t row, const ProgramStrings* strings) {
   const int id = t.getDescrSoilRealStringId(static_cast<int>(row));
   return id != 0 && strings ? strings->getString(id) : std::string();
 }
 
-void writeCsv(const cls_DmtTEST& t, const ProgramStrings* strings, std::ostream& out) {
-  out << "Z,A,B,C,vecCODREAD,vecPo,vecP1,vecP2,vecGamma,vecSigmaEff,vecSigmaV,vecSigmah,vecUo,vecUd,vecId,vecLogId,"
-         "vecEd,vecKd,vecKo,vecOCR,vecM,vecCu,vecPhi,vecSoilType,vecIdReal,vecEdReal,vecUdReal,description\n";
+void writeCsv(const cls_DmtTEST& t, const ProgramStrings* strings, bool units, std::ostream& out) {
+  CsvLine header, unitLine;
+  for (const Column& column : kColumns) {
+    header.addText(column.name);
+    unitLine.addText(column.unit);
+  }
+  header.writeTo(out);
+  if (units) unitLine.writeTo(out);
   for (size_t i = 0; i < t.vZ.size(); ++i) {
     auto at = [i](const std::vector<float>& v) { return i < v.size() ? static_cast<double>(v[i]) : 0.0; };
     CsvLine line;
@@ -92,7 +122,7 @@ void writeEvaluation(const cls_DmtTEST& test, const EvalOutputOptions& output, C
   if (output.table)
     writeReadableTable(test, context.strings, context.out);
   else
-    writeCsv(test, context.strings, context.out);
+    writeCsv(test, context.strings, output.units, context.out);
 }
 
 }  // namespace koru::cli

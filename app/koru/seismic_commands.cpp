@@ -4,6 +4,7 @@
 #include "csv_output.h"
 #include "frame/Numbers.h"
 #include "seismic/cls_SEISMOGRAM.h"
+#include "usage.h"
 
 namespace koru::cli {
 
@@ -27,14 +28,10 @@ int seismogramEval(Context& context) {
     } else if (file.empty() && !context.args[i].empty() && context.args[i][0] != '-') {
       file = context.args[i];
     } else {
-      context.err << "koru: usage: koru seismogram eval FILE.kor [--elab TEXT]\n";
-      return kExitUsage;
+      return usageError(context, "seismogram eval");
     }
   }
-  if (file.empty()) {
-    context.err << "koru: usage: koru seismogram eval FILE.kor [--elab TEXT]\n";
-    return kExitUsage;
-  }
+  if (file.empty()) return usageError(context, "seismogram eval");
   cls_SEISMOGRAM record;
   if (!loadRecord(context, file, record)) return kExitDataError;
   if (elab.empty()) {
@@ -54,10 +51,7 @@ int seismogramEval(Context& context) {
 }
 
 int seismogramShow(Context& context) {
-  if (context.args.size() != 1) {
-    context.err << "koru: usage: koru seismogram show FILE.kor\n";
-    return kExitUsage;
-  }
+  if (context.args.size() != 1) return usageError(context, "seismogram show");
   cls_SEISMOGRAM record;
   if (!loadRecord(context, context.args[0], record)) return kExitDataError;
   record.calcMeansAndVoltage();
@@ -89,16 +83,7 @@ int seismogramShow(Context& context) {
 }  // namespace
 
 int runSeismogramCommand(Context& context) {
-  if (context.args.empty()) {
-    context.err << "koru: seismogram needs a subcommand: eval, show\n";
-    return kExitUsage;
-  }
-  const std::string sub = context.args.front();
-  context.args.erase(context.args.begin());
-  if (sub == "eval") return seismogramEval(context);
-  if (sub == "show") return seismogramShow(context);
-  context.err << "koru: unknown seismogram subcommand '" << sub << "'\n";
-  return kExitUsage;
+  return runGroup(context, "seismogram", {{"eval", seismogramEval}, {"show", seismogramShow}});
 }
 
 }  // namespace koru::cli

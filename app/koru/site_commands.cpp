@@ -11,6 +11,7 @@
 #include "sites/FS.h"
 #include "sites/SiteUniExport.h"
 #include "sites/cls_SITE.h"
+#include "usage.h"
 
 namespace koru::cli {
 
@@ -67,10 +68,7 @@ int siteList(Context& context) {
 }
 
 int siteCreate(Context& context) {
-  if (context.args.size() != 1) {
-    context.err << "koru: usage: koru site create NAME\n";
-    return kExitUsage;
-  }
+  if (context.args.size() != 1) return usageError(context, "site create");
   const auto root = sitesPath(context);
   if (!ensureFolder(root)) {
     context.err << root.string() << ": cannot create the SITES folder\n";
@@ -95,10 +93,7 @@ int siteUni(Context& context) {
     else
       positional.push_back(context.args[i]);
   }
-  if (positional.size() != 1 || folder.empty()) {
-    context.err << "koru: usage: koru site uni SITE_n --out DIR\n";
-    return kExitUsage;
-  }
+  if (positional.size() != 1 || folder.empty()) return usageError(context, "site uni");
   cls_SITE site;
   if (!openSite(context, positional[0], site)) return kExitDataError;
   if (!ensureFolder(folder)) {
@@ -113,10 +108,7 @@ int siteUni(Context& context) {
 }
 
 int verticalCreate(Context& context) {
-  if (context.args.empty() || context.args.size() > 2) {
-    context.err << "koru: usage: koru vertical create SITE_n [TEST_NAME]\n";
-    return kExitUsage;
-  }
+  if (context.args.empty() || context.args.size() > 2) return usageError(context, "vertical create");
   cls_SITE site;
   if (!openSite(context, context.args[0], site)) return kExitDataError;
   std::vector<Diagnostic> problems;
@@ -132,10 +124,7 @@ int verticalCreate(Context& context) {
 }
 
 int verticalList(Context& context) {
-  if (context.args.size() != 1) {
-    context.err << "koru: usage: koru vertical list SITE_n\n";
-    return kExitUsage;
-  }
+  if (context.args.size() != 1) return usageError(context, "vertical list");
   cls_SITE site;
   if (!openSite(context, context.args[0], site)) return kExitDataError;
   CsvLine header;
@@ -154,10 +143,7 @@ int verticalList(Context& context) {
 }
 
 int verticalShow(Context& context) {
-  if (context.args.size() != 2) {
-    context.err << "koru: usage: koru vertical show SITE_n VERT_m\n";
-    return kExitUsage;
-  }
+  if (context.args.size() != 2) return usageError(context, "vertical show");
   cls_SITE site;
   const int index = openVertical(context, context.args[0], context.args[1], site);
   if (index == 0) return kExitDataError;
@@ -170,10 +156,7 @@ int verticalShow(Context& context) {
 }
 
 int verticalReorder(Context& context) {
-  if (context.args.size() < 2) {
-    context.err << "koru: usage: koru vertical reorder SITE_n INDEX...\n";
-    return kExitUsage;
-  }
+  if (context.args.size() < 2) return usageError(context, "vertical reorder");
   cls_SITE site;
   if (!openSite(context, context.args[0], site)) return kExitDataError;
   std::vector<int> order;
@@ -199,10 +182,7 @@ int verticalReorder(Context& context) {
 }
 
 int verticalRemove(Context& context) {
-  if (context.args.size() != 2) {
-    context.err << "koru: usage: koru vertical remove SITE_n VERT_m\n";
-    return kExitUsage;
-  }
+  if (context.args.size() != 2) return usageError(context, "vertical remove");
   cls_SITE site;
   const int index = openVertical(context, context.args[0], context.args[1], site);
   if (index == 0) return kExitDataError;
@@ -215,23 +195,27 @@ int verticalRemove(Context& context) {
 }
 
 int verticalEval(Context& context) {
-  if (context.args.size() < 2) {
-    context.err << "koru: usage: koru vertical eval SITE_n VERT_m [--set NAME=VALUE]... [--table]\n";
-    return kExitUsage;
-  }
+  if (context.args.size() < 2) return usageError(context, "vertical eval");
   const std::string siteFolder = context.args[0], verticalFolder = context.args[1];
-  std::vector<std::string> options(context.args.begin() + 2, context.args.end());
+  const std::vector<std::string> rest(context.args.begin() + 2, context.args.end());
   EvalOutputOptions output;
-  if (!parseEvalOptions(options, output, context.err)) return kExitUsage;
+  if (!parseEvalOptions(rest, output, context.err)) return kExitUsage;
+  if (!output.positional.empty() || output.allowPartial) return usageError(context, "vertical eval");
   cls_SITE site;
   const int index = openVertical(context, siteFolder, verticalFolder, site);
   if (index == 0) return kExitDataError;
   cls_VERTICAL* vertical = site.verticals.activate(index, output.options);
   reportProblems(vertical->problems(), context.err);
+  const std::string name = siteFolder + "/" + verticalFolder;
   if (!vertical->dmt || vertical->dmt->N() == 0) {
-    context.err << "koru: " << siteFolder << "/" << verticalFolder << " has no DMT readings\n";
+    context.err << "koru: " << name << " has no DMT readings\n";
     return kExitDataError;
   }
+  const auto options = evaluationOptions(output.options, vertical->dmt->blnHasThrust, name, context.err);
+  if (!options) return kExitUsage;
+  // Activation sets the thrust fields after the test's thrust data; thrust fields given with
+  // --set ask for an evaluation of their own, with the profiles the activation read.
+  if (output.options.thrustFieldsGiven != 0) vertical->dmt->evalDMT(vertical->gamma, vertical->u, *options);
   writeEvaluation(*vertical->dmt, output, context);
   return vertical->problems().empty() ? kExitOk : kExitDataError;
 }
@@ -245,10 +229,7 @@ int verticalSeismic(Context& context) {
     else
       positional.push_back(context.args[i]);
   }
-  if (positional.size() != 2 || (wave != "S" && wave != "P")) {
-    context.err << "koru: usage: koru vertical seismic SITE_n VERT_m --wave S|P\n";
-    return kExitUsage;
-  }
+  if (positional.size() != 2 || (wave != "S" && wave != "P")) return usageError(context, "vertical seismic");
   cls_SITE site;
   const int index = openVertical(context, positional[0], positional[1], site);
   if (index == 0) return kExitDataError;
@@ -270,28 +251,45 @@ int verticalSeismic(Context& context) {
   return vertical->problems().empty() ? kExitOk : kExitDataError;
 }
 
+// The unit of the values behind each scale code of the statistics.
+constexpr std::pair<const char*, const char*> kStatCodes[] = {
+    {"M", "MPa"},      {"CU", "kPa"},     {"KD", ""},        {"ED", "MPa"},      {"K0", ""},    {"U0", "kPa"},
+    {"UD", ""},        {"PHI", "degrees"}, {"OCR", ""},      {"P2U0", "kPa"},    {"P0P1", "kPa"}, {"SIGMAH", "kPa"},
+    {"SIGMAV", "kPa"}, {"SIGMAEFF", "kPa"}, {"GAMMA", "kN/m3"}, {"VS", "m/s"}, {"VP", "m/s"}};
+
 int verticalStats(Context& context) {
-  if (context.args.size() != 2) {
-    context.err << "koru: usage: koru vertical stats SITE_n VERT_m\n";
-    return kExitUsage;
-  }
+  EvalOutputOptions output;
+  if (!parseEvalOptions(context.args, output, context.err)) return kExitUsage;
+  if (output.positional.size() != 2 || output.table || output.allowPartial)
+    return usageError(context, "vertical stats");
   cls_SITE site;
-  const int index = openVertical(context, context.args[0], context.args[1], site);
+  const int index = openVertical(context, output.positional[0], output.positional[1], site);
   if (index == 0) return kExitDataError;
   cls_FileOptions view;
   std::vector<Diagnostic> problems;
-  view.initializeFromPalmiro(*site.verticals.item(index), DMTOptions{}, &problems);
+  view.initializeFromPalmiro(*site.verticals.item(index), output.options, &problems);
   reportProblems(problems, context.err);
+  const std::string name = output.positional[0] + "/" + output.positional[1];
+  if (view.isDMT() && !evaluationOptions(output.options, view.dmt.blnHasThrust, name, context.err))
+    return kExitUsage;
   cls_statVars stats;
   stats.calculate(view);
-  // One line per parameter code that a plot box can ask its scale for.
-  context.out << "code,media,min,max,N,nNon0,nOltreMedia,mediaOltreMedia,bestMax\n";
-  for (const char* code : {"M", "CU", "KD", "ED", "K0", "U0", "UD", "PHI", "OCR", "P2U0", "P0P1", "SIGMAH", "SIGMAV",
-                           "SIGMAEFF", "GAMMA", "VS", "VP"}) {
+  // One line per parameter code that a plot box can ask its scale for; the excess is the mean
+  // amount by which the values above the mean exceed it.
+  CsvLine header;
+  header.addText("code");
+  if (output.units) header.addText("unit");
+  for (const char* column : {"mean", "min", "max", "count", "countNonZero", "countAboveMean", "meanExcessAboveMean",
+                             "bestMax"})
+    header.addText(column);
+  header.writeTo(context.out);
+  for (const auto& [code, unit] : kStatCodes) {
     const cls_statVec* vec = stats.vectorForName(code);
     if (!vec) continue;
     CsvLine line;
-    line.addText(code).add(vec->media);
+    line.addText(code);
+    if (output.units) line.addText(unit);
+    line.add(vec->media);
     // The bounds mean nothing until a value other than 0 was seen.
     line.add(vec->nNon0 > 0 ? vec->sngMin : 0.0).add(vec->nNon0 > 0 ? vec->sngMax : 0.0);
     line.addInt(vec->N).addInt(vec->nNon0).addInt(vec->nOltreMedia).add(vec->mediaOltreMedia);
@@ -301,28 +299,14 @@ int verticalStats(Context& context) {
   return problems.empty() ? kExitOk : kExitDataError;
 }
 
-int dispatch(Context& context, const char* group,
-             std::initializer_list<std::pair<const char*, int (*)(Context&)>> commands) {
-  if (context.args.empty()) {
-    context.err << "koru: " << group << " needs a subcommand\n";
-    return kExitUsage;
-  }
-  const std::string sub = context.args.front();
-  context.args.erase(context.args.begin());
-  for (const auto& [name, run] : commands)
-    if (sub == name) return run(context);
-  context.err << "koru: unknown " << group << " subcommand '" << sub << "'\n";
-  return kExitUsage;
-}
-
 }  // namespace
 
 int runSiteCommand(Context& context) {
-  return dispatch(context, "site", {{"list", siteList}, {"create", siteCreate}, {"uni", siteUni}});
+  return runGroup(context, "site", {{"list", siteList}, {"create", siteCreate}, {"uni", siteUni}});
 }
 
 int runVerticalCommand(Context& context) {
-  return dispatch(context, "vertical",
+  return runGroup(context, "vertical",
                   {{"create", verticalCreate},
                    {"list", verticalList},
                    {"show", verticalShow},

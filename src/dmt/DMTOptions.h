@@ -55,10 +55,30 @@ struct DMTOptions {
   bool selectRMMethod(int index);  // lines 1 and 2 set blnRmPersonal, line 0 clears it
   bool selectCuMethod(int index);
 
-  // Sets a field by its name ("sngFactorOCR", "intK0Method", "blnFeeler" ...) from text: flags
-  // take 0 or 1, method indices go through the select... operations. The thrust fields are not
-  // settable this way: they follow the test's thrust data. On failure gives false and says why.
+  // The thrust fields given by name for this run (setByName), one bit each in the order of the
+  // fields above. A given field keeps its value whatever the test's thrust data would set.
+  uint8_t thrustFieldsGiven = 0;
+
+  // Sets a field from text, by its name ("sngFactorOCR", "intK0Method" ...) or by its readable
+  // name (optionReadableName; any case: "factorOCR", "K0Method"): flags take 0 or 1, method
+  // indices go through the select... operations. The thrust fields take 0 or 1 for the method
+  // and flag fields and are marked as given. On failure gives false, changes nothing and says
+  // why, naming the option as it was written.
   bool setByName(std::string_view name, std::string_view value, std::string* error = nullptr);
+
+  // The options one test is evaluated with: its thrust fields follow the test's thrust data
+  // (optionsForTest), except those given by name, which keep their values.
+  DMTOptions forTest(bool testHasThrust) const;
+  // Why the given thrust fields cannot apply to a test: Phi, Ko or OCR from thrust asked of a
+  // test without thrust data, or OCR from thrust without Phi from thrust. Empty when they can.
+  std::string thrustConflict(bool testHasThrust) const;
 };
+
+// The field names setByName takes, in the order of the record.
+std::span<const std::string_view> optionFieldNames();
+// The name people type for a field: without its type prefix, first letter in lower case unless
+// a capital abbreviation starts the name ("sngFactorOCR" -> "factorOCR", "intK0Method" ->
+// "K0Method", "sngOCRM" -> "OCRM").
+std::string optionReadableName(std::string_view field);
 
 }  // namespace koru

@@ -261,7 +261,9 @@ bool cls_FileOptions::initializeFromPalmiro(const VerticalSources& s, const DMTO
 
     if (s.dmt != nullptr) {
       dmt = *s.dmt;
-      if (dmt.N() > 0 && !dmt.evalDMT(gamma, u, options)) {
+      // The thrust fields follow this test's thrust data, as when its vertical is activated, so
+      // that the view shows what the vertical's evaluation shows.
+      if (dmt.N() > 0 && !dmt.evalDMT(gamma, u, options.forTest(dmt.blnHasThrust))) {
         report(problems, {dmt.getDatPath(), 0, "a row could not be evaluated: results from that row on are 0"});
         ok = false;
       }
@@ -400,7 +402,7 @@ bool cls_FileOptions::parseZVsfromTextfile(const std::filesystem::path& path, st
 bool cls_FileOptions::refreshDMTElab(const DMTOptions& options) {
   if (!isDMT()) return true;
   try {
-    const bool ok = dmt.evalDMT(gamma, u, options);
+    const bool ok = dmt.evalDMT(gamma, u, options.forTest(dmt.blnHasThrust));
     fillDmtAtVsDepths();
     return ok;
   } catch (...) {

@@ -123,7 +123,8 @@ class cls_FileOptions : public TestHeader {
   bool isDissip() const;  // a dissipation test with at least one reading
 
   // --- Filling -----------------------------------------------------------------------------
-  // Fills the view: header, the DMT test evaluated with the profiles and options, the seismic
+  // Fills the view: header, the DMT test evaluated with the profiles and options (the thrust
+  // fields following the test's thrust data, DMTOptions::forTest), the seismic
   // vectors from the true-interval tests, density and G0 from the unit weight, and the DMT
   // values and ratios at the Vs depths. The report choices are left as they are. False when
   // something could not be used in full; the reasons go to `problems`, the rest is filled.

@@ -134,17 +134,33 @@ TEST(DmtOptionsSetByName, RefusalsSayWhy) {
   EXPECT_FALSE(o.setByName("intK0Method", "1.5", &error));
   EXPECT_FALSE(o.setByName("intCuMethod", "x", &error));
   EXPECT_EQ(error, "intCuMethod: 'x' is not a number");
-  for (const char* thrust : {"intPhiMethod", "sngPhiIdMin", "blnK0Thrust", "sngK0ThrustIdMin", "intOCRThrust"}) {
-    error.clear();
-    EXPECT_FALSE(o.setByName(thrust, "1", &error)) << thrust;
-    EXPECT_NE(error.find("thrust"), std::string::npos) << thrust;
-  }
+  EXPECT_FALSE(o.setByName("phiMethod", "2", &error));
+  EXPECT_EQ(error, "phiMethod: '2' is not 0 or 1");
+  EXPECT_FALSE(o.setByName("sngPhiIdMin", "x"));
   EXPECT_FALSE(o.setByName("sngFactorOCR", "abc"));  // no error text asked for
   EXPECT_EQ(o.sngFactorOCR, before.sngFactorOCR);
   EXPECT_TRUE(o.blnFeeler);
   EXPECT_EQ(o.intK0Method, 0);
   EXPECT_EQ(o.intPhiMethod, 0);
   EXPECT_EQ(o.sngPhiIdMin, 1.8f);
+  EXPECT_EQ(o.thrustFieldsGiven, 0);
+}
+
+// A thrust field given by name keeps its value whatever the test's thrust data; the others
+// still follow the data.
+TEST(DmtOptionsSetByName, GivenThrustFieldsOutliveTheTestsThrustData) {
+  DMTOptions o;
+  ASSERT_TRUE(o.setByName("phiIdMin", "2"));
+  EXPECT_EQ(o.forTest(true).sngPhiIdMin, 2.0f);
+  EXPECT_EQ(o.forTest(false).sngPhiIdMin, 2.0f);
+  EXPECT_EQ(o.forTest(true).intPhiMethod, 1);
+  EXPECT_EQ(o.forTest(true).sngK0ThrustIdMin, 1.2f);
+  ASSERT_TRUE(o.setByName("intPhiMethod", "1"));
+  EXPECT_EQ(o.thrustConflict(true), "");
+  EXPECT_NE(o.thrustConflict(false).find("no"), std::string::npos);
+  ASSERT_TRUE(o.setByName("intPhiMethod", "0"));
+  ASSERT_TRUE(o.setByName("OCRThrust", "1"));
+  EXPECT_NE(o.thrustConflict(true).find("intPhiMethod=1"), std::string::npos);
 }
 
 }  // namespace
