@@ -305,7 +305,7 @@ bool cls_DmtTEST::saveThrust(Diagnostic* why) const {
 // Bearing capacity. The blade's end is a wedge pushed into sand at depth, so it follows the
 // static penetration theory for wedges and cones of
 //   H. T. Durgunoglu and J. K. Mitchell (1975), "Static penetration resistance of soils:
-//   I - Analysis", Proc. ASCE Specialty Conference on In Situ Measurement of Soil Properties,
+//   I - Analysis", Proc. ASCE Conference on In Situ Measurement of Soil Properties,
 //   Raleigh NC, Vol. 1, pp. 151-171,
 // for a cohesionless soil:   qD = gamma' B Ngq xi
 // with B the blade's thickness (the wedge's base in the plane of the mechanism), gamma' the mean
@@ -331,7 +331,7 @@ bool cls_DmtTEST::saveThrust(Diagnostic* why) const {
 // K is the sand's Ko, which the dilatometer measures where a cone can't: from Kd and the blade's
 // own qD with the calibration-chamber fit of
 //   G. Baldi, R. Bellotti, V. Ghionna, M. Jamiolkowski, S. Marchetti and E. Pasqualini (1986),
-//   "Flat dilatometer tests in calibration chambers", Proc. In Situ '86, ASCE Specialty
+//   "Flat dilatometer tests in calibration chambers", Proc. In Situ '86, ASCE
 //   Conference, Blacksburg VA, pp. 431-446:   Ko = 0.376 + 0.095 Kd - 0.0017 qD / sigma'v.
 // The blade's shape, B/L = thickness / width, takes the shape factor of a rectangle,
 // xi = 1 - 0.4 B/L, after E. E. De Beer (1970), "Experimental determination of the shape factors

@@ -113,7 +113,7 @@ TEST(ThrustFile, LoadThenSaveGivesTheSameBytesAndRemoveDeletesTheFile) {
 //
 // Each thrust was worked out by hand for its angle, outside this program, from the closed-form
 // Ngq of Durgunoglu and Mitchell (1975), "Static penetration resistance of soils: I - Analysis",
-// ASCE Spec. Conf. In Situ Measurement of Soil Properties, Raleigh, 1, 151-171, for a wedge of
+// ASCE Conf. on In Situ Measurement of Soil Properties, Raleigh, 1, 151-171, for a wedge of
 // 31 deg with delta = ratio x phi, D/B = Z / 13.7 mm; K = Ko = 0.376 + 0.095 Kd - 0.0017 qD/sigma'v
 // (Baldi et al. 1986), shape 1 - 0.4 x 13.7/94 = 0.9417 (De Beer 1970), qD = sigma'v 0.9417 Ngq / (D/B).
 // The rods (3.7 cm, 6.5 kgf/m) then carry qD on the 12.88 cm2 end, the faces' friction
