@@ -300,28 +300,42 @@ bool cls_DmtTEST::saveThrust(Diagnostic* why) const {
 // it; the water lifts the rods; the soil holds the blade by the bearing capacity of its end and
 // by friction on its two faces. The friction reducer above the blade opens a hole wider than the
 // rods, so the rods themselves rub on nothing. Balancing these for one row gives the net end
-// pressure of the blade, and the angle is the one whose bearing capacity equals it.
+// pressure qD of the blade, and the angle is the one whose bearing capacity equals it.
 //
-// Bearing capacity. The blade's end is taken as a rectangular footing, thickness B by width L,
-// at the depth of the row, in drained sand (no cohesion), after
-//   J. Brinch Hansen (1970), "A revised and extended formula for bearing capacity",
-//   Danish Geotechnical Institute, Bulletin No. 28, pp. 5-11,
-// with the factors in the form of
-//   A. S. Vesic (1973), "Analysis of ultimate loads of shallow foundations", Journal of the Soil
-//   Mechanics and Foundations Division, ASCE, Vol. 99, No. SM1, pp. 45-73:
-//   q = sigma'v Nq sq dq + 1/2 gamma' B Ngamma sgamma
-//   Nq = e^(pi tan phi) tan^2(45 deg + phi/2)      Ngamma = 2 (Nq + 1) tan phi
-//   sq = 1 + (B/L) tan phi                          sgamma = 1 - 0.4 B/L
-//   dq = 1 + 2 tan phi (1 - sin phi)^2 k,  k = D/B up to D/B = 1, arctan(D/B) (radians) beyond
-// A blade at depth has D/B in the hundreds, where k is close to pi/2 and the depth factor settles
-// near its deep limit. gamma' is the mean effective unit weight above the row, sigma'v / Z.
+// Bearing capacity. The blade's end is a wedge pushed into sand at depth, so it follows the
+// static penetration theory for wedges and cones of
+//   H. T. Durgunoglu and J. K. Mitchell (1975), "Static penetration resistance of soils:
+//   I - Analysis", Proc. ASCE Conference on In Situ Measurement of Soil Properties,
+//   Raleigh NC, Vol. 1, pp. 151-171,
+// for a cohesionless soil:   qD = gamma' B Ngq xi
+// with B the blade's thickness (the wedge's base in the plane of the mechanism), gamma' the mean
+// effective unit weight above the row (sigma'v / Z) and Ngq their combined factor of the soil's
+// weight and of the depth. Their mechanism, in the plane across the blade:
+//   - the wedge face, at psi = 90 deg - (apex angle) / 2 from the horizontal, pushes on the soil
+//     with the obliquity delta = ratio x phi; the stress state there fixes the angle eta at which
+//     the radial shear zone leaves the face:
+//       tan delta (1 + sin phi sin(2 eta - phi)) = sin phi cos(2 eta - phi);
+//   - a log spiral r = r0 e^(theta tan phi) sweeps theta0 = pi - (psi + eta) + beta and ends on
+//     a plane at beta from the horizontal: beta = phi where the spiral stays in the ground, less
+//     near the surface, where its end rises to the ground: the end lies m' B above the tip,
+//       m' = sin beta cos(eta - phi) e^(theta0 tan phi) / (2 cos psi cos phi),  m' <= m = D/B;
+//   - the soil above the spiral's end acts as a surcharge held by shear on a vertical plane
+//     under the lateral pressure K sigma'v;
+// and with I(theta0) their integral of the spiral's weight,
+//   Ngq = cos(psi - delta) / cos delta x (1 + sin phi sin(2 eta - phi)) / (cos phi cos(eta - phi))
+//         x [ I cos^2(eta - phi) / (4 cos^2 psi cos^2 phi)
+//             + 3/4 cos(eta - phi) / (cos psi cos phi) cos^2 beta e^(2 theta0 tan phi) (m - 2/3 m')
+//             + K cos psi cos phi / cos(eta - phi) (m^3 - (m - m')^2 (m + 2 m')) ]  - tan psi / 4.
+// Deep down the bracket grows as m, so gamma' B Ngq = sigma'v Ngq / m stays finite.
 //
-// The footing formula has no wedge angle and no soil-blade friction in its factors. The
-// soil-blade friction angle delta (the rods' ratio x phi) acts instead where the blade rubs the
-// soil: on its two faces, under the effective horizontal pressure Po - Uo that the membrane
-// reads there. The wedge-penetration theories build on the same Prandtl-Reissner Nq and add a
-// failure zone shaped by the wedge and by delta; the footing formula stands in for them here, so
-// an angle from this balance may differ from theirs by a degree or two.
+// K is the sand's Ko, which the dilatometer measures where a cone can't: from Kd and the blade's
+// own qD with the calibration-chamber fit of
+//   G. Baldi, R. Bellotti, V. Ghionna, M. Jamiolkowski, S. Marchetti and E. Pasqualini (1986),
+//   "Flat dilatometer tests in calibration chambers", Proc. In Situ '86, ASCE
+//   Conference, Blacksburg VA, pp. 431-446:   Ko = 0.376 + 0.095 Kd - 0.0017 qD / sigma'v.
+// The blade's shape, B/L = thickness / width, takes the shape factor of a rectangle,
+// xi = 1 - 0.4 B/L, after E. E. De Beer (1970), "Experimental determination of the shape factors
+// and the bearing capacity factors of sand", Geotechnique 20(4), pp. 387-411.
 
 namespace {
 
@@ -334,30 +348,68 @@ constexpr double kPhiLowest = 25.0, kPhiHighest = 42.0;  // degrees
 constexpr double kCoarseStep = 5.0, kFineStep = 0.5;     // degrees
 constexpr int kBisections = 16;
 
+constexpr double kQuarterPi = 0.7854;
+constexpr double kBladeApex = 0.54105;  // radians, 31 degrees: the angle of the blade's cutting edge
+// The lateral pressure on the plane above the spiral: Ko from Kd and qD / sigma'v.
+constexpr double kKoBase = 0.376, kKoPerKd = 0.095, kKoPerQd = 0.0017;
+
 double radians(double degrees) { return degrees * kPi / 180.0; }
 
-// Step 1: the factors of the overburden and of the soil's weight.
-struct BearingFactors {
-  double nq, ngamma;
+// Step 1: the angles at the blade's face, psi of the face from the horizontal and eta where the
+// radial shear zone leaves it. eta solves the obliquity condition in closed form: with
+// u = 2 eta - phi it reads cos(u + delta) = sin delta / sin phi. A smooth face gives the passive
+// 45 deg + phi/2; a face as rough as the soil gives eta = 0.
+struct FaceAngles {
+  double psi, eta;
 };
-BearingFactors bearingFactors(double phi) {
-  const double t = std::tan(phi);
-  const double passive = std::tan(0.7854 + phi / 2);
-  const double nq = std::exp(kPi * t) * passive * passive;
-  return {nq, 2 * (nq + 1) * t};
+FaceAngles faceAngles(double phi, double delta) {
+  return {2 * kQuarterPi - kBladeApex / 2, kQuarterPi + (phi - delta - std::asin(Min(1.0, std::sin(delta) / std::sin(phi)))) / 2};
 }
 
-// Step 2: the shape of the end, B/L from 0 (a strip) to 1 (a square).
-struct ShapeFactors {
-  double sq, sgamma;
+// Step 2: where the log spiral ends, for the relative depth m = D/B. Deep down it ends on the
+// plane at beta = phi; where that end would lie above the ground, beta is lowered until the end
+// meets the ground (m' = m). m' grows with beta, so halving the interval finds it.
+struct SpiralEnd {
+  double beta, theta0, mPrime;
 };
-ShapeFactors shapeFactors(double phi, double bOverL) { return {1 + bOverL * std::tan(phi), 1 - 0.4 * bOverL}; }
+SpiralEnd spiralEnd(double phi, const FaceAngles& a, double m) {
+  const auto at = [&](double beta) {
+    const double theta0 = kPi - (a.psi + a.eta) + beta;
+    const double mPrime = 0.5 * std::sin(beta) * std::cos(a.eta - phi) * std::exp(theta0 * std::tan(phi)) /
+                          (std::cos(a.psi) * std::cos(phi));
+    return SpiralEnd{beta, theta0, mPrime};
+  };
+  SpiralEnd end = at(phi);
+  if (end.mPrime < m) return end;
+  double low = 0, high = phi;
+  for (int step = 0; step < 50; ++step) {
+    const double middle = (low + high) / 2;
+    if (at(middle).mPrime > m) high = middle;
+    else low = middle;
+  }
+  return at((low + high) / 2);
+}
 
-// Step 3: the depth of the end below the ground, D/B.
-double depthFactor(double phi, double dOverB) {
-  const double k = dOverB <= 1 ? dOverB : std::atan(dOverB);
-  const double s = 1 - std::sin(phi);
-  return 1 + 2 * std::tan(phi) * s * s * k;
+// Step 3: the combined factor Ngq, with the soil's weight over the spiral (the integral I, whose
+// closed form carries 1 / (1 + 9 tan^2 phi)), the surcharge above the spiral's end and the shear
+// that K mobilises on the vertical plane over it. m'^2 (3 m - 2 m') is the bracket's
+// m^3 - (m - m')^2 (m + 2 m') without the cancellation of two cubes in the hundreds.
+double nGammaQ(double phi, double delta, double m, double k) {
+  const FaceAngles a = faceAngles(phi, delta);
+  const SpiralEnd s = spiralEnd(phi, a, m);
+  const double t = std::tan(phi);
+  const double grow3 = std::exp(3 * s.theta0 * t);
+  const double spiral = (3 * t * (grow3 * std::cos(s.beta) - std::cos(s.theta0 - s.beta)) +
+                         (grow3 * std::sin(s.beta) + std::sin(s.theta0 - s.beta))) /
+                        (1 + 9 * t * t);
+  const double cPsi = std::cos(a.psi), cPhi = std::cos(phi), cEta = std::cos(a.eta - phi);
+  const double face = std::cos(a.psi - delta) / std::cos(delta) *
+                      (1 + std::sin(phi) * std::sin(2 * a.eta - phi)) / (cPhi * cEta);
+  const double weight = 0.25 * spiral * cEta * cEta / (cPsi * cPsi * cPhi * cPhi);
+  const double surcharge = 0.75 * cEta / (cPsi * cPhi) * std::cos(s.beta) * std::cos(s.beta) *
+                           std::exp(2 * s.theta0 * t) * (m - 2.0 / 3.0 * s.mPrime);
+  const double shear = k * cPsi * cPhi / cEta * s.mPrime * s.mPrime * (3 * m - 2 * s.mPrime);
+  return face * (weight + surcharge + shear) - std::tan(a.psi) / 4;
 }
 
 struct ThrustBalance {
@@ -365,15 +417,8 @@ struct ThrustBalance {
   double facesNormalKgf = 0;  // effective horizontal force on the blade's faces
   double endAreaCm2 = 0;
   double ratioDelPhi = 0;
-  double sigmaBar = 0, gammaBarPerMetre = 0;
-  double bMetres = 0, bOverL = 0, dOverB = 0;
-
-  double bearingBar(double phiDegrees) const {
-    const double phi = radians(phiDegrees);
-    const BearingFactors n = bearingFactors(phi);
-    const ShapeFactors s = shapeFactors(phi, bOverL);
-    return sigmaBar * n.nq * s.sq * depthFactor(phi, dOverB) + 0.5 * gammaBarPerMetre * bMetres * n.ngamma * s.sgamma;
-  }
+  double sigmaBar = 0, kd = 0;
+  double m = 0, shape = 0;  // D/B, and the shape factor of the blade's end
 
   // The net pressure the thrust leaves for the blade's end, bar.
   double netEndBar(double phiDegrees) const {
@@ -381,20 +426,27 @@ struct ThrustBalance {
     return (pushKgf - friction) / (kKgfPerBarCm2 * endAreaCm2);
   }
 
-  // Grows with the angle: the bearing capacity rises and the faces take more of the thrust.
-  double excess(double phiDegrees) const { return bearingBar(phiDegrees) - netEndBar(phiDegrees); }
+  // Bearing capacity minus the net end pressure, bar. It grows with the angle: the bearing
+  // capacity rises, the faces take more of the thrust, and the smaller qD leaves a larger Ko.
+  double excess(double phiDegrees) const {
+    const double qd = netEndBar(phiDegrees);
+    const double k = Max(0.0, kKoBase + kKoPerKd * kd - kKoPerQd * qd / sigmaBar);
+    const double phi = radians(phiDegrees);
+    const double bearing = sigmaBar * shape * nGammaQ(phi, ratioDelPhi * phi, m, k) / m;
+    return bearing - qd;
+  }
 };
 
 }  // namespace
 
-double solveThrustPhi(double z, double thrust, double sigmaBar, double /*kd*/, double /*id*/, double uoBar,
+double solveThrustPhi(double z, double thrust, double sigmaBar, double kd, double /*id*/, double uoBar,
                       double poBar, const RodData& rod) {
-  for (double v : {z, thrust, sigmaBar, uoBar, poBar})
+  for (double v : {z, thrust, sigmaBar, kd, uoBar, poBar})
     if (!std::isfinite(v)) return 0.0;
   const double thicknessCm = rod.sngBladeThickness / 10.0, widthCm = rod.sngBladeWidth / 10.0;
   const double rodSection = kSectionFactor * rod.sngRodDiameter * rod.sngRodDiameter;
   const double reducerSection = kSectionFactor * rod.sngReducerDiameter * rod.sngReducerDiameter;
-  if (!(z > 0) || !(thicknessCm > 0) || !(widthCm > 0) || !std::isfinite(rod.sngRodWeight) ||
+  if (!(z > 0) || !(sigmaBar > 0) || !(thicknessCm > 0) || !(widthCm > 0) || !std::isfinite(rod.sngRodWeight) ||
       !std::isfinite(rodSection))
     return 0.0;
   // The blade can't grip the soil harder than the soil grips itself: a ratio outside 0..1 is a
@@ -411,11 +463,10 @@ double solveThrustPhi(double z, double thrust, double sigmaBar, double /*kd*/, d
   b.endAreaCm2 = thicknessCm * widthCm;
   b.ratioDelPhi = rod.sngRatioDelPhi;
   b.sigmaBar = sigmaBar;
-  b.gammaBarPerMetre = sigmaBar / z;
-  const double narrow = Min(thicknessCm, widthCm) / 100.0;
-  b.bMetres = narrow;
-  b.bOverL = Min(thicknessCm, widthCm) / Max(thicknessCm, widthCm);
-  b.dOverB = z / narrow;
+  b.kd = kd;
+  const double narrow = Min(thicknessCm, widthCm), wide = Max(thicknessCm, widthCm);
+  b.m = z * 100.0 / narrow;
+  b.shape = 1 - 0.4 * narrow / wide;
 
   // The bracket: step up from 25 degrees by 5 to the first angle whose bearing capacity reaches
   // the net pressure, then narrow it in steps of 0.5. Below 25 or beyond 42 there is no answer.

@@ -79,8 +79,8 @@ bool readThrustText(std::string_view bytes, const std::vector<float>& depths, Ro
 // The axisymmetric friction angle (degrees) that the thrust of one row needs, or 0 if no angle
 // between 25 and 42 degrees balances it. z in metres, thrust in the rods' units (kgf),
 // sigmaBar, uoBar and poBar the row's effective vertical stress, pore pressure and Po in bar.
-// Kd and Id travel with the row; the bearing-capacity solution in use doesn't need them. See
-// Thrust.cpp for the force balance and the publication it follows.
+// Kd gives the sand's Ko, which sets the shear above the blade's failure zone; Id travels with
+// the row unused. See Thrust.cpp for the force balance and the publications it follows.
 double solveThrustPhi(double z, double thrust, double sigmaBar, double kd, double id, double uoBar, double poBar,
                       const RodData& rod);
 
