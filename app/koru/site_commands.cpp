@@ -211,11 +211,9 @@ int verticalEval(Context& context) {
     context.err << "koru: " << name << " has no DMT readings\n";
     return kExitDataError;
   }
-  const auto options = evaluationOptions(output.options, vertical->dmt->blnHasThrust, name, context.err);
-  if (!options) return kExitUsage;
-  // Activation sets the thrust fields after the test's thrust data; thrust fields given with
-  // --set ask for an evaluation of their own, with the profiles the activation read.
-  if (output.options.thrustFieldsGiven != 0) vertical->dmt->evalDMT(vertical->gamma, vertical->u, *options);
+  // Activation evaluated the test with the options as they apply to it; thrust fields that
+  // cannot apply are refused here.
+  if (!evaluationOptions(output.options, vertical->dmt->blnHasThrust, name, context.err)) return kExitUsage;
   writeEvaluation(*vertical->dmt, output, context);
   return vertical->problems().empty() ? kExitOk : kExitDataError;
 }

@@ -218,7 +218,11 @@ bool DMTOptions::setByName(std::string_view name, std::string_view value, std::s
 }
 
 DMTOptions DMTOptions::forTest(bool testHasThrust) const {
-  DMTOptions options = optionsForTest(*this, testHasThrust);
+  DMTOptions options = *this;
+  if (testHasThrust)
+    setThrustOptions(options);
+  else
+    resetThrustOptions(options);
   for (const SettableField& f : settableFields()) {
     if (f.thrustBit < 0 || !(thrustFieldsGiven & (1u << f.thrustBit))) continue;
     if (f.number) options.*f.number = this->*f.number;

@@ -67,7 +67,7 @@ struct DMTOptions {
   bool setByName(std::string_view name, std::string_view value, std::string* error = nullptr);
 
   // The options one test is evaluated with: its thrust fields follow the test's thrust data
-  // (optionsForTest), except those given by name, which keep their values.
+  // (setThrustOptions, resetThrustOptions), except those given by name, which keep their values.
   DMTOptions forTest(bool testHasThrust) const;
   // Why the given thrust fields cannot apply to a test: Phi, Ko or OCR from thrust asked of a
   // test without thrust data, or OCR from thrust without Phi from thrust. Empty when they can.

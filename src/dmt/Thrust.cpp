@@ -38,14 +38,6 @@ void resetThrustOptions(DMTOptions& options) {
   options.intOCRThrust = 0;
 }
 
-DMTOptions optionsForTest(DMTOptions options, bool testHasThrust) {
-  if (testHasThrust)
-    setThrustOptions(options);
-  else
-    resetThrustOptions(options);
-  return options;
-}
-
 // --- Thrust.dat ----------------------------------------------------------------------------
 
 namespace {

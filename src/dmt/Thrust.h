@@ -53,10 +53,6 @@ struct RodData {
 void setThrustOptions(DMTOptions& options);
 void resetThrustOptions(DMTOptions& options);
 
-// The options a test is evaluated with: the user's, with the thrust fields following whether
-// this test has thrust data, so that one test's thrust never carries over to another.
-DMTOptions optionsForTest(DMTOptions options, bool testHasThrust);
-
 // --- Thrust.dat ----------------------------------------------------------------------------
 
 // The bytes of Thrust.dat for the rod data and the rows (depths and thrusts, same length);

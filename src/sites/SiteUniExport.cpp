@@ -83,10 +83,7 @@ void exportVertical(const cls_VERTICAL& vertical, const fs::path& folder, const 
     name = given;
   }
 
-  DMTOptions testOptions = options;
-  if (test.blnHasThrust) setThrustOptions(testOptions);
-  else resetThrustOptions(testOptions);
-  if (test.N() > 0 && !test.evalDMT(vertical.gamma, vertical.u, testOptions))
+  if (test.N() > 0 && !test.evalDMT(vertical.gamma, vertical.u, options.forTest(test.blnHasThrust)))
     result.problems.push_back(
         {vertical.strDMTFile, 0, "a row could not be evaluated: results from that row on are 0"});
 

@@ -217,7 +217,7 @@ void cls_VERTICAL::loadDMTTest(const DMTOptions& options) {
     dataProblems_.push_back(why);
     dmtDamaged_ = true;
   }
-  if (dmt->N() > 0 && !dmt->evalDMT(gamma, u, optionsForTest(options, dmt->blnHasThrust)))
+  if (dmt->N() > 0 && !dmt->evalDMT(gamma, u, options.forTest(dmt->blnHasThrust)))
     dataProblems_.push_back({strDMTFile, 0, "a row could not be evaluated: results from that row on are 0"});
   evalGamma();
 }
