@@ -27,7 +27,7 @@ bool loadAndCalculate(Context& context, cls_DissTEST& test) {
   test.folder = file.parent_path();
   test.filename = file;
   Diagnostic why;
-  if (test.parseFile(&why) != DissLoadStatus::Ok) {
+  if (test.parseFile(&why) != LoadStatus::Complete) {
     context.err << why.toString() << '\n';
     return false;
   }

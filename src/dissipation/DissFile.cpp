@@ -16,11 +16,11 @@
 #include <array>
 #include <cctype>
 #include <cmath>
-#include <exception>
 
 #include "dissipation/cls_DissTEST.h"
 #include "frame/Files.h"
 #include "frame/InputFields.h"
+#include "frame/LoadResult.h"
 #include "frame/Numbers.h"
 #include "frame/TextCodec.h"
 
@@ -193,100 +193,86 @@ bool cls_DissTEST::saveFile(Diagnostic* why) const {
     if (why) *why = {filename, 0, "the test has no file name (no depth given)"};
     return false;
   }
-  try {
-    return writeFileAtomically(filename, utf8ToCp1252(strDisFile()), why);
-  } catch (const std::exception& e) {
-    if (why) *why = {filename, 0, std::string("cannot write: ") + e.what()};
-  } catch (...) {
-    if (why) *why = {filename, 0, "cannot write"};
-  }
-  return false;
+  return writeFileAtomically(filename, utf8ToCp1252(strDisFile()), why);
 }
 
-DissLoadStatus cls_DissTEST::parseFile(Diagnostic* why) {
+LoadStatus cls_DissTEST::parseFile(Diagnostic* why) {
   Diagnostic local;
   Diagnostic& d = why ? *why : local;
   d = Diagnostic{filename, 0, ""};
-  try {
-    auto bytes = readFileBytes(filename, &d);
-    if (!bytes) return DissLoadStatus::ReadFailed;
-    const std::string text = cp1252ToUtf8(*bytes);
-    InputFields in(text);
-    auto first = in.next();
-    if (!first || first->text != kMarker) {
-      d.line = first ? first->line : 0;
-      d.reason = "File not valid";
-      return DissLoadStatus::NotValid;
-    }
+  const auto bytes = readFileBytes(filename, &d);
+  if (!bytes) return LoadStatus::Unreadable;
+  const LoadResult read = parseDis(*bytes, filename);
+  if (!read.complete()) d = read.why;
+  return read.status;
+}
 
-    // The file is read into a fresh record, which replaces this one at the end, so a key the
-    // file leaves out reads as empty or zero, exactly as the writer left it out.
-    cls_DissTEST t;
-    t.folder = folder.empty() ? filename.parent_path() : folder;
-    t.filename = filename;
-    int lastStored = -1;
-    auto finish = [&](DissLoadStatus status) {
-      // The growing store is cut to what was stored, also when nothing was: the arrays then hold
-      // exactly N readings again.
-      if (lastStored >= 0 || !t.vT_.empty()) t.setFinalSize(lastStored);
-      *this = std::move(t);
-      return status;
-    };
-    auto fail = [&](int line, std::string reason) {
-      d.file = filename;
-      d.line = line;
-      d.reason = std::move(reason);
-      return finish(DissLoadStatus::ReadFailed);
-    };
+LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem::path& file) {
+  const std::string text = cp1252ToUtf8(bytes);
+  InputFields in(text);
+  auto first = in.next();
+  if (!first || first->text != kMarker)
+    return LoadResult::fail(LoadStatus::WrongFormat, {file, first ? first->line : 0, "File not valid"});
 
-    // Header pairs up to the first "T" field.
-    std::optional<InputFields::Field> field;
-    DissItem item;
-    bool hasReadings = false;
-    while ((field = in.next())) {
-      item = parseItem(field->text);
-      if (item.name == "T") {
-        hasReadings = true;
-        break;
-      }
-      if (!t.setField(item.name, item.value))
-        return fail(field->line, item.name + " " + quoteForMessage(item.value) + " is out of range");
-    }
-    if (!hasReadings) return finish(DissLoadStatus::Ok);
+  // The file is read into a fresh record, which replaces this one at the end, so a key the
+  // file leaves out reads as empty or zero, exactly as the writer left it out.
+  cls_DissTEST t;
+  t.folder = folder.empty() ? filename.parent_path() : folder;
+  t.filename = filename;
+  int lastStored = -1;
+  auto finish = [&](LoadResult result) {
+    // The growing store is cut to what was stored, also when nothing was: the arrays then hold
+    // exactly N readings again.
+    if (lastStored >= 0 || !t.vT_.empty()) t.setFinalSize(lastStored);
+    *this = std::move(t);
+    return result;
+  };
+  auto fail = [&](int line, std::string reason) {
+    return finish(LoadResult::fail(LoadStatus::Partial, {file, line, std::move(reason)}));
+  };
 
-    // Readings: a T field and an A field each; only the values count, not the names.
-    t.sizeVectors();
-    int index = 0;
-    for (;;) {
-      const int tLine = field->line;
-      const float time = parseSingle(item.value);
-      auto aField = in.next();
-      if (!aField) return fail(tLine, "reading " + std::to_string(index + 1) + ": the A value is missing");
-      auto a = truncatedA(parseItem(aField->text).value);
-      if (!a)
-        return fail(aField->line, "reading " + std::to_string(index + 1) + ": A " +
-                                      quoteForMessage(parseItem(aField->text).value) + " is out of range");
-      if (index >= kMaxReadings)
-        return fail(tLine, "too many readings: a test holds at most " + std::to_string(kMaxReadings));
-      if (!t.storeTAReadings(time, *a, index))
-        return fail(tLine, "reading " + std::to_string(index + 1) +
-                               " cannot be stored: the reading in the last slot (" + std::to_string(t.vT_.size()) +
-                               ") has a zero time or A, so the store did not grow");
-      lastStored = index;
-      if (in.atEnd()) break;
-      t.sizeVectors();
-      field = in.next();
-      if (!field) break;
-      item = parseItem(field->text);
-      ++index;
+  // Header pairs up to the first "T" field.
+  std::optional<InputFields::Field> field;
+  DissItem item;
+  bool hasReadings = false;
+  while ((field = in.next())) {
+    item = parseItem(field->text);
+    if (item.name == "T") {
+      hasReadings = true;
+      break;
     }
-    return finish(DissLoadStatus::Ok);
-  } catch (const std::exception& e) {
-    d.reason = std::string("cannot be read: ") + e.what();
-  } catch (...) {
-    d.reason = "cannot be read";
+    if (!t.setField(item.name, item.value))
+      return fail(field->line, item.name + " " + quoteForMessage(item.value) + " is out of range");
   }
-  return DissLoadStatus::ReadFailed;
+  if (!hasReadings) return finish({});
+
+  // Readings: a T field and an A field each; only the values count, not the names.
+  t.sizeVectors();
+  int index = 0;
+  for (;;) {
+    const int tLine = field->line;
+    const float time = parseSingle(item.value);
+    auto aField = in.next();
+    if (!aField) return fail(tLine, "reading " + std::to_string(index + 1) + ": the A value is missing");
+    auto a = truncatedA(parseItem(aField->text).value);
+    if (!a)
+      return fail(aField->line, "reading " + std::to_string(index + 1) + ": A " +
+                                    quoteForMessage(parseItem(aField->text).value) + " is out of range");
+    if (index >= kMaxReadings)
+      return fail(tLine, "too many readings: a test holds at most " + std::to_string(kMaxReadings));
+    if (!t.storeTAReadings(time, *a, index))
+      return fail(tLine, "reading " + std::to_string(index + 1) +
+                             " cannot be stored: the reading in the last slot (" + std::to_string(t.vT_.size()) +
+                             ") has a zero time or A, so the store did not grow");
+    lastStored = index;
+    if (in.atEnd()) break;
+    t.sizeVectors();
+    field = in.next();
+    if (!field) break;
+    item = parseItem(field->text);
+    ++index;
+  }
+  return finish({});
 }
 
 // The texts of the header that are not blank, one "KEY = text" line each.

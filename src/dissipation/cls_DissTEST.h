@@ -17,14 +17,9 @@
 #include "dissipation/DissVertData.h"
 #include "dissipation/Tflex.h"
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 
 namespace koru {
-
-enum class DissLoadStatus {
-  Ok,         // the whole file was read
-  NotValid,   // the first field is not "DISSIP2002": nothing was changed
-  ReadFailed  // the file could not be opened (nothing changed) or broke off (what was read is kept)
-};
 
 // A name and value pair of the file, as parseItem splits a field.
 struct DissItem {
@@ -104,9 +99,13 @@ class cls_DissTEST {
   // file whole. False, with `why` filled, on failure.
   bool saveFile(Diagnostic* why = nullptr) const;
   // Reads `filename` into a fresh record (keeping `folder` and `filename`, which a ZD line then
-  // renames). A file without the marker changes nothing and gives NotValid ("File not valid").
-  // A file that breaks off keeps what was read before the break and gives ReadFailed.
-  DissLoadStatus parseFile(Diagnostic* why = nullptr);
+  // renames). A file that cannot be opened changes nothing and gives Unreadable; a file without
+  // the marker changes nothing and gives WrongFormat ("File not valid"). A file that breaks off
+  // keeps what was read before the break and gives Partial.
+  LoadStatus parseFile(Diagnostic* why = nullptr);
+  // The reading of parseFile from the file's bytes, `file` naming it in the diagnostic; the
+  // record's own `folder` and `filename` are kept as parseFile keeps them.
+  LoadResult parseDis(std::string_view bytes, const std::filesystem::path& file);
   // The file's text (UTF-8; saveFile writes it as Windows-1252).
   std::string strDisFile() const;
   // Splits one field into name and value; see the .cpp for the rules.

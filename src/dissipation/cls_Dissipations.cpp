@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <exception>
 #include <system_error>
 
 #include "frame/Files.h"
@@ -46,18 +45,14 @@ bool cls_Dissipations::loadInfo(std::vector<Diagnostic>* problems) {
   entries_.clear();
   if (!folderExists(folder_)) return true;  // no test taken yet at this vertical
   std::vector<fs::path> files;
-  try {
-    std::error_code ec;
-    for (fs::directory_iterator it(folder_, ec), end; !ec && it != end; it.increment(ec)) {
-      std::error_code typeError;
-      if (it->is_regular_file(typeError) && isDisFile(it->path())) files.push_back(it->path());
-    }
-    if (ec) {
-      if (problems) problems->push_back({folder_, 0, "cannot list the folder: " + ec.message()});
-      return false;
-    }
-  } catch (const std::exception& e) {
-    if (problems) problems->push_back({folder_, 0, std::string("cannot list the folder: ") + e.what()});
+  // The error-code forms of the listing report every failure in `ec`: nothing here throws.
+  std::error_code ec;
+  for (fs::directory_iterator it(folder_, ec), end; !ec && it != end; it.increment(ec)) {
+    std::error_code typeError;
+    if (it->is_regular_file(typeError) && isDisFile(it->path())) files.push_back(it->path());
+  }
+  if (ec) {
+    if (problems) problems->push_back({folder_, 0, "cannot list the folder: " + ec.message()});
     return false;
   }
   std::sort(files.begin(), files.end());
@@ -70,13 +65,13 @@ bool cls_Dissipations::loadInfo(std::vector<Diagnostic>* problems) {
     e.test.folder = folder_;
     e.test.filename = file;
     Diagnostic why;
-    const DissLoadStatus status = e.test.parseFile(&why);
-    if (status != DissLoadStatus::Ok) {
+    const LoadStatus status = e.test.parseFile(&why);
+    if (status != LoadStatus::Complete) {
       allRead = false;
       if (problems) problems->push_back(why);
     }
-    if (status == DissLoadStatus::NotValid) continue;
-    e.complete = status == DissLoadStatus::Ok;
+    if (status == LoadStatus::WrongFormat) continue;
+    e.complete = status == LoadStatus::Complete;
     // Every load is followed by the interpretation. A fit that fails leaves the results unset,
     // which is how the windows show "no flex".
     (void)e.test.calculate();

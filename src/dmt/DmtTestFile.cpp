@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,6 +21,7 @@
 #include "dmt/cls_DmtTEST.h"
 #include "frame/Files.h"
 #include "frame/InputFields.h"
+#include "frame/LoadResult.h"
 #include "frame/Numbers.h"
 #include "frame/TextCodec.h"
 
@@ -205,235 +205,228 @@ int16_t cls_DmtTEST::loadFile(Diagnostic* why) {
   Diagnostic local;
   Diagnostic& d = why ? *why : local;
   d = Diagnostic{strDatPath_, 0, ""};
-  try {
-    auto bytes = readFileBytes(strDatPath_, &d);
-    if (!bytes) return 0;
-    if (bytes->find_first_not_of(" \t\r\n") == std::string::npos) {
-      d.reason = "the file is empty";
-      return 0;
-    }
-    DatReader in(*bytes, d);
+  auto bytes = readFileBytes(strDatPath_, &d);
+  if (!bytes) return 0;
+  const LoadResult read = parseDat(*bytes, strDatPath_);
+  if (!read.complete()) {
+    d = read.why;
+    return 0;
+  }
+  // The thrust file beside the .dat file, if there is one. A thrust file that can't be read in
+  // full makes the load incomplete, and `why` then names the thrust file.
+  if (!loadThrust(nullptr, &d)) return 0;
+  return -1;
+}
 
-    // Line 1.
-    auto zi = in.number("start depth");
-    if (!zi) return 0;
-    if (!in.number("end depth")) return 0;
-    auto countField = in.number("row count");
-    if (!countField) return 0;
-    auto deltaA = in.require("Delta A");
-    if (!deltaA) return 0;
-    auto deltaAKpa = barToKpa(parseSingle(deltaA->text));
-    if (!deltaAKpa) {
-      in.fail(deltaA->line, "Delta A " + quoteForMessage(deltaA->text) + " is out of range");
-      return 0;
-    }
-    intDeltaA = *deltaAKpa;
-    auto deltaB = in.require("Delta B");
-    if (!deltaB) return 0;
-    auto deltaBKpa = barToKpa(parseSingle(deltaB->text));
-    if (!deltaBKpa) {
-      in.fail(deltaB->line, "Delta B " + quoteForMessage(deltaB->text) + " is out of range");
-      return 0;
-    }
-    intDeltaB = *deltaBKpa;
-    auto edFactor = in.number("Ed factor");
-    if (!edFactor) return 0;
-    setFactorEd(*edFactor);
-    auto zm = in.number("gauge zero");
-    if (!zm) return 0;
-    const float zmKpa = *zm * 100.0f;
-    auto zw = in.number("water table depth");
-    if (!zw) return 0;
-    sngZw = *zw;
-    auto zabs = in.number("elevation");
-    if (!zabs) return 0;
-    sngZabs = *zabs;
-    auto gammaTop = in.number("unit weight");
-    if (!gammaTop) return 0;
-    sngGammaTop = static_cast<float>(roundTo(static_cast<double>(*gammaTop) * 9.81, 2));
-    auto deltaZ = in.number("depth step");
-    if (!deltaZ) return 0;
-    sngDeltaZ = *deltaZ;
+LoadResult cls_DmtTEST::parseDat(std::string_view bytes, const std::filesystem::path& file) {
+  Diagnostic d{file, 0, ""};
+  if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+  d.reason = "the file is empty";
+  return LoadResult::fail(LoadStatus::WrongFormat, d);
+  }
+  // Whatever was read before a failure stays in the record.
+  const auto partial = [&d] { return LoadResult::fail(LoadStatus::Partial, d); };
+  DatReader in(bytes, d);
 
-    // Line 2 exists only in files written with C readings; an older file has the single gauge
-    // zero of line 1, which was taken while reading A and B.
-    if (*countField < 0) {
-      auto zmCal = in.number("ZM Cal");
-      if (!zmCal) return 0;
-      sngZMCal = *zmCal * 100.0f;
-      auto zmAB = in.number("ZM AB");
-      if (!zmAB) return 0;
-      sngZMAB = *zmAB * 100.0f;
-      auto zmC = in.number("ZM C");
-      if (!zmC) return 0;
-      sngZMC = *zmC * 100.0f;
-      strFormat = "ABC";
-    } else {
-      sngZMCal = 0;
-      sngZMAB = zmKpa;
-      sngZMC = 0;
-      strFormat = "AB";
-    }
-    if (sngDeltaZ <= 0) strFormat += "Z";
+  // Line 1.
+  auto zi = in.number("start depth");
+  if (!zi) return partial();
+  if (!in.number("end depth")) return partial();
+  auto countField = in.number("row count");
+  if (!countField) return partial();
+  auto deltaA = in.require("Delta A");
+  if (!deltaA) return partial();
+  auto deltaAKpa = barToKpa(parseSingle(deltaA->text));
+  if (!deltaAKpa) {
+    in.fail(deltaA->line, "Delta A " + quoteForMessage(deltaA->text) + " is out of range");
+    return partial();
+  }
+  intDeltaA = *deltaAKpa;
+  auto deltaB = in.require("Delta B");
+  if (!deltaB) return partial();
+  auto deltaBKpa = barToKpa(parseSingle(deltaB->text));
+  if (!deltaBKpa) {
+    in.fail(deltaB->line, "Delta B " + quoteForMessage(deltaB->text) + " is out of range");
+    return partial();
+  }
+  intDeltaB = *deltaBKpa;
+  auto edFactor = in.number("Ed factor");
+  if (!edFactor) return partial();
+  setFactorEd(*edFactor);
+  auto zm = in.number("gauge zero");
+  if (!zm) return partial();
+  const float zmKpa = *zm * 100.0f;
+  auto zw = in.number("water table depth");
+  if (!zw) return partial();
+  sngZw = *zw;
+  auto zabs = in.number("elevation");
+  if (!zabs) return partial();
+  sngZabs = *zabs;
+  auto gammaTop = in.number("unit weight");
+  if (!gammaTop) return partial();
+  sngGammaTop = static_cast<float>(roundTo(static_cast<double>(*gammaTop) * 9.81, 2));
+  auto deltaZ = in.number("depth step");
+  if (!deltaZ) return partial();
+  sngDeltaZ = *deltaZ;
 
-    std::string* texts[] = {&strFirm, &strCustomer, &strJob, &strSite, &strRemark, &strDate, &strTstname};
-    const char* textNames[] = {"firm", "customer", "job", "site", "remark", "date", "test name"};
-    for (size_t i = 0; i < std::size(texts); ++i) {
-      auto text = in.text(textNames[i]);
-      if (!text) return 0;
-      *texts[i] = std::move(*text);
-    }
+  // Line 2 exists only in files written with C readings; an older file has the single gauge
+  // zero of line 1, which was taken while reading A and B.
+  if (*countField < 0) {
+    auto zmCal = in.number("ZM Cal");
+    if (!zmCal) return partial();
+    sngZMCal = *zmCal * 100.0f;
+    auto zmAB = in.number("ZM AB");
+    if (!zmAB) return partial();
+    sngZMAB = *zmAB * 100.0f;
+    auto zmC = in.number("ZM C");
+    if (!zmC) return partial();
+    sngZMC = *zmC * 100.0f;
+    strFormat = "ABC";
+  } else {
+    sngZMCal = 0;
+    sngZMAB = zmKpa;
+    sngZMC = 0;
+    strFormat = "AB";
+  }
+  if (sngDeltaZ <= 0) strFormat += "Z";
 
-    // Rows.
-    const RowLayout layout = layoutOf(strFormat);
-    const int fieldCount = layout.fieldCount();
-    const char* names[4] = {"A reading", "B reading", layout.hasC ? "C reading" : "depth", "depth"};
-    int kept = 0;     // rows taken, the next row's index
-    int rowLine = 0;  // rows met in the file, kept or not: the depth counter of files without Z
-    bool complete = true;
-    for (;;) {
-      auto first = in.next();
-      if (!first) break;
-      int16_t values[4] = {0, 0, 0, 0};
-      auto value = in.rowInteger(*first, names[0]);
-      if (!value) {
+  std::string* texts[] = {&strFirm, &strCustomer, &strJob, &strSite, &strRemark, &strDate, &strTstname};
+  const char* textNames[] = {"firm", "customer", "job", "site", "remark", "date", "test name"};
+  for (size_t i = 0; i < std::size(texts); ++i) {
+    auto text = in.text(textNames[i]);
+    if (!text) return partial();
+    *texts[i] = std::move(*text);
+  }
+
+  // Rows.
+  const RowLayout layout = layoutOf(strFormat);
+  const int fieldCount = layout.fieldCount();
+  const char* names[4] = {"A reading", "B reading", layout.hasC ? "C reading" : "depth", "depth"};
+  int kept = 0;     // rows taken, the next row's index
+  int rowLine = 0;  // rows met in the file, kept or not: the depth counter of files without Z
+  bool complete = true;
+  for (;;) {
+    auto first = in.next();
+    if (!first) break;
+    int16_t values[4] = {0, 0, 0, 0};
+    auto value = in.rowInteger(*first, names[0]);
+    if (!value) {
+      complete = false;
+      break;
+    }
+    values[0] = *value;
+    for (int f = 1; f < fieldCount && complete; ++f) {
+      auto field = in.next();
+      if (!field) {
+        in.fail(first->line, "incomplete row: " + std::to_string(f) + " of " + std::to_string(fieldCount) +
+                                 " fields");
         complete = false;
-        break;
-      }
-      values[0] = *value;
-      for (int f = 1; f < fieldCount && complete; ++f) {
-        auto field = in.next();
-        if (!field) {
-          in.fail(first->line, "incomplete row: " + std::to_string(f) + " of " + std::to_string(fieldCount) +
-                                   " fields");
-          complete = false;
-        } else if (auto v = in.rowInteger(*field, names[f])) {
-          values[f] = *v;
-        } else {
-          complete = false;
-        }
-      }
-      if (!complete) break;
-
-      const int16_t a = values[0], b = values[1];
-      const int16_t c = layout.hasC ? values[2] : 0;
-      const int16_t zField = layout.hasZ ? values[fieldCount - 1] : 0;
-
-      bool keep;
-      float z = 0;
-      if (layout.hasZ) {
-        if (layout.hasC) {
-          keep = zField > 0 && (a > 0 || b > 0 || c >= 1);
-        } else {
-          keep = zField > 0 && !(a < 1 && b < 1);
-        }
-        // The depth goes through its text form so that it is the float a user typing it gets.
-        if (keep) z = parseSingle(formatNumber(zField / 100.0, ""));
+      } else if (auto v = in.rowInteger(*field, names[f])) {
+        values[f] = *v;
       } else {
-        if (rowLine >= kMaxRows) {
-          in.fail(first->line, "too many rows: a test holds at most 32767");
-          complete = false;
-          break;
-        }
-        keep = layout.hasC ? !(a == 0 && b == 0 && c == 0) : !(a == 0 && b == 0);
-        // Dropped rows still count, so that they leave their gap in depth.
-        z = static_cast<float>(rowLine * static_cast<double>(sngDeltaZ) + static_cast<double>(*zi));
-        ++rowLine;
+        complete = false;
       }
-      if (!keep) continue;
-      if (kept >= kMaxRows) {
+    }
+    if (!complete) break;
+
+    const int16_t a = values[0], b = values[1];
+    const int16_t c = layout.hasC ? values[2] : 0;
+    const int16_t zField = layout.hasZ ? values[fieldCount - 1] : 0;
+
+    bool keep;
+    float z = 0;
+    if (layout.hasZ) {
+      if (layout.hasC) {
+        keep = zField > 0 && (a > 0 || b > 0 || c >= 1);
+      } else {
+        keep = zField > 0 && !(a < 1 && b < 1);
+      }
+      // The depth goes through its text form so that it is the float a user typing it gets.
+      if (keep) z = parseSingle(formatNumber(zField / 100.0, ""));
+    } else {
+      if (rowLine >= kMaxRows) {
         in.fail(first->line, "too many rows: a test holds at most 32767");
         complete = false;
         break;
       }
-
-      // Arrays grow in blocks: 101 at the first row, then 100 more whenever the index reaches the
-      // upper bound. The zero tail this leaves matters to the checks below.
-      const auto i = static_cast<size_t>(kept);
-      if (kept == 0) {
-        setN(101);
-      } else if (i == vZ.size() - 1) {
-        const size_t grown = vZ.size() + 100;
-        vZ.resize(grown, 0.0f);
-        vTH.resize(grown, 0.0f);
-        vA.resize(grown, 0);
-        vB.resize(grown, 0);
-        vC.resize(grown, 0);
-      }
-      vZ[i] = z;
-      vA[i] = a;
-      vB[i] = b;
-      vC[i] = c;
-      if (layout.hasZ) {
-        // Insertion into the sorted rows above: the new row goes after every row not deeper.
-        const auto place = static_cast<size_t>(std::upper_bound(vZ.begin(), vZ.begin() + static_cast<std::ptrdiff_t>(i), z) - vZ.begin());
-        if (place < i) {
-          const auto from = static_cast<std::ptrdiff_t>(place), to = static_cast<std::ptrdiff_t>(i) + 1;
-          std::rotate(vZ.begin() + from, vZ.begin() + to - 1, vZ.begin() + to);
-          std::rotate(vA.begin() + from, vA.begin() + to - 1, vA.begin() + to);
-          std::rotate(vB.begin() + from, vB.begin() + to - 1, vB.begin() + to);
-          std::rotate(vC.begin() + from, vC.begin() + to - 1, vC.begin() + to);
-        }
-      }
-      ++kept;
+      keep = layout.hasC ? !(a == 0 && b == 0 && c == 0) : !(a == 0 && b == 0);
+      // Dropped rows still count, so that they leave their gap in depth.
+      z = static_cast<float>(rowLine * static_cast<double>(sngDeltaZ) + static_cast<double>(*zi));
+      ++rowLine;
+    }
+    if (!keep) continue;
+    if (kept >= kMaxRows) {
+      in.fail(first->line, "too many rows: a test holds at most 32767");
+      complete = false;
+      break;
     }
 
-    // The checks run while the zero tail is still there: its zero depths break the regular step,
-    // so a loaded test works from its true depth differences until the next save finds the step
-    // again. Only then are the arrays cut to the rows read.
-    checkCeditable();
-    checkZeditable();
-    if (kept > 0) {
-      const auto size = static_cast<size_t>(kept);
-      vZ.resize(size);
-      vTH.resize(size);
-      vA.resize(size);
-      vB.resize(size);
-      vC.resize(size);
+    // Arrays grow in blocks: 101 at the first row, then 100 more whenever the index reaches the
+    // upper bound. The zero tail this leaves matters to the checks below.
+    const auto i = static_cast<size_t>(kept);
+    if (kept == 0) {
+      setN(101);
+    } else if (i == vZ.size() - 1) {
+      const size_t grown = vZ.size() + 100;
+      vZ.resize(grown, 0.0f);
+      vTH.resize(grown, 0.0f);
+      vA.resize(grown, 0);
+      vB.resize(grown, 0);
+      vC.resize(grown, 0);
     }
-    if (!complete) return 0;
-
-    // The thrust file beside the .dat file, if there is one. A thrust file that can't be read in
-    // full makes the load incomplete, and `why` then names the thrust file.
-    if (!loadThrust(nullptr, &d)) return 0;
-    return -1;
-  } catch (const std::exception& e) {
-    d.reason = std::string("cannot be read: ") + e.what();
-  } catch (...) {
-    d.reason = "cannot be read";
+    vZ[i] = z;
+    vA[i] = a;
+    vB[i] = b;
+    vC[i] = c;
+    if (layout.hasZ) {
+      // Insertion into the sorted rows above: the new row goes after every row not deeper.
+      const auto place = static_cast<size_t>(std::upper_bound(vZ.begin(), vZ.begin() + static_cast<std::ptrdiff_t>(i), z) - vZ.begin());
+      if (place < i) {
+        const auto from = static_cast<std::ptrdiff_t>(place), to = static_cast<std::ptrdiff_t>(i) + 1;
+        std::rotate(vZ.begin() + from, vZ.begin() + to - 1, vZ.begin() + to);
+        std::rotate(vA.begin() + from, vA.begin() + to - 1, vA.begin() + to);
+        std::rotate(vB.begin() + from, vB.begin() + to - 1, vB.begin() + to);
+        std::rotate(vC.begin() + from, vC.begin() + to - 1, vC.begin() + to);
+      }
+    }
+    ++kept;
   }
-  return 0;
+
+  // The checks run while the zero tail is still there: its zero depths break the regular step,
+  // so a loaded test works from its true depth differences until the next save finds the step
+  // again. Only then are the arrays cut to the rows read.
+  checkCeditable();
+  checkZeditable();
+  if (kept > 0) {
+    const auto size = static_cast<size_t>(kept);
+    vZ.resize(size);
+    vTH.resize(size);
+    vA.resize(size);
+    vB.resize(size);
+    vC.resize(size);
+  }
+  if (!complete) return partial();
+  return {};
 }
 
 int16_t cls_DmtTEST::saveFile(Diagnostic* why) {
   Diagnostic local;
   Diagnostic& d = why ? *why : local;
   d = Diagnostic{strDatPath_, 0, ""};
-  try {
-    if (strDatPath_.empty()) {
-      d.reason = "no file name given";
-      return 0;
-    }
-    std::string text;
-    if (!buildFileText(*this, text, &d)) return 0;
-    if (!writeFileAtomically(strDatPath_, text, &d)) return 0;
-    if (blnHasThrust && !saveThrust(&d)) return 0;
-    return -1;
-  } catch (const std::exception& e) {
-    d.reason = std::string("cannot be written: ") + e.what();
-  } catch (...) {
-    d.reason = "cannot be written";
+  if (strDatPath_.empty()) {
+    d.reason = "no file name given";
+    return 0;
   }
-  return 0;
+  std::string text;
+  if (!buildFileText(*this, text, &d)) return 0;
+  if (!writeFileAtomically(strDatPath_, text, &d)) return 0;
+  if (blnHasThrust && !saveThrust(&d)) return 0;
+  return -1;
 }
 
 std::string cls_DmtTEST::fileText() {
   std::string text;
-  try {
-    buildFileText(*this, text, nullptr);
-  } catch (...) {
-    text.clear();
-  }
+  buildFileText(*this, text, nullptr);
   return text;
 }
 

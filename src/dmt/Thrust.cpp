@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
-#include <exception>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -134,8 +133,8 @@ std::string thrustFileText(const RodData& rod, const std::vector<float>& depths,
   return out;
 }
 
-bool readThrustText(std::string_view bytes, const std::vector<float>& depths, RodData& rod,
-                    std::vector<float>& thrusts, Diagnostic& why) {
+LoadResult parseThrustText(std::string_view bytes, const fs::path& file, const std::vector<float>& depths,
+                           RodData& rod, std::vector<float>& thrusts) {
   const std::vector<std::string_view> lines = splitLines(bytes);
   const size_t n = depths.size();
   thrusts.assign(n, 0.0f);
@@ -167,12 +166,12 @@ bool readThrustText(std::string_view bytes, const std::vector<float>& depths, Ro
       const std::string_view rest = text.substr(comma + 1);
       thrust = partValue(rest.substr(0, rest.find(',')));
     }
-    if (!z || !thrust) {
-      why.line = lineNumber;
-      why.reason = "row " + forMessage(text) + " is not \"Z = depth, TH = thrust\": the rows from here on are not read";
-      return false;
-    }
-    if (!(*thrust > 0)) return true;  // a thrust of 0 marks the end of the rows
+    if (!z || !thrust)
+      return LoadResult::fail(LoadStatus::Partial,
+                              {file, lineNumber,
+                               "row " + forMessage(text) +
+                                   " is not \"Z = depth, TH = thrust\": the rows from here on are not read"});
+    if (!(*thrust > 0)) return {};  // a thrust of 0 marks the end of the rows
 
     // Walk up or down to the row of this depth. Turning back means the depth lies between two
     // rows and matches neither; walking off either end means it lies outside them.
@@ -197,13 +196,13 @@ bool readThrustText(std::string_view bytes, const std::vector<float>& depths, Ro
         pointer = static_cast<size_t>(p) + 1;
       }
     }
-    if (!found) {
-      why.line = lineNumber;
-      why.reason = "depth " + formatNumber(*z, "") + " m matches no row of the test: the rows from here on are not read";
-      return false;
-    }
+    if (!found)
+      return LoadResult::fail(LoadStatus::Partial,
+                              {file, lineNumber,
+                               "depth " + formatNumber(*z, "") +
+                                   " m matches no row of the test: the rows from here on are not read"});
   }
-  return true;
+  return {};
 }
 
 // --- The thrust operations of the record ----------------------------------------------------
@@ -256,34 +255,33 @@ bool cls_DmtTEST::loadThrust(DMTOptions* options, Diagnostic* why) {
   std::error_code ec;
   if (fs::status(path, ec).type() == fs::file_type::not_found) return true;
   Diagnostic problem{path, 0, ""};
-  try {
-    if (options) addThrust(*options);
-    else markThrust(*this);
-    auto bytes = readFileBytes(path, &problem);
-    if (bytes && readThrustText(*bytes, vZ, rodData, vTH, problem)) return true;
-  } catch (const std::exception& e) {
-    problem = Diagnostic{path, 0, std::string("cannot be read: ") + e.what()};
-  } catch (...) {
-    problem = Diagnostic{path, 0, "cannot be read"};
+  const auto bytes = readFileBytes(path, &problem);
+  if (bytes) {
+    const LoadResult read = parseThrust(*bytes, path, options);
+    if (read.complete()) return true;
+    problem = read.why;
+  } else if (options) {
+    addThrust(*options);
+  } else {
+    markThrust(*this);
   }
   if (why) *why = problem;
   return false;
 }
 
+LoadResult cls_DmtTEST::parseThrust(std::string_view bytes, const fs::path& file, DMTOptions* options) {
+  if (options) addThrust(*options);
+  else markThrust(*this);
+  return parseThrustText(bytes, file, vZ, rodData, vTH);
+}
+
 bool cls_DmtTEST::saveThrust(Diagnostic* why) const {
-  try {
-    const fs::path path = thrustFilePath();
-    if (path.empty()) {
-      if (why) *why = Diagnostic{path, 0, "no file name given"};
-      return false;
-    }
-    return writeFileAtomically(path, thrustFileText(rodData, vZ, vTH), why);
-  } catch (const std::exception& e) {
-    if (why) *why = Diagnostic{thrustFilePath(), 0, std::string("cannot be written: ") + e.what()};
-  } catch (...) {
-    if (why) *why = Diagnostic{thrustFilePath(), 0, "cannot be written"};
+  const fs::path path = thrustFilePath();
+  if (path.empty()) {
+    if (why) *why = Diagnostic{path, 0, "no file name given"};
+    return false;
   }
-  return false;
+  return writeFileAtomically(path, thrustFileText(rodData, vZ, vTH), why);
 }
 
 // --- From thrust to the friction angle -----------------------------------------------------

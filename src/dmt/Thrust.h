@@ -21,6 +21,7 @@
 
 #include "dmt/DMTOptions.h"
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 
 namespace koru {
 
@@ -64,11 +65,23 @@ std::string thrustFileText(const RodData& rod, const std::vector<float>& depths,
 // has none. Each row line is matched to a row by a pointer walking up or down from where the
 // last match left it; depths match within 0.005 m.
 //
-// The reading ends quietly at a thrust not above 0: true. It ends with false and `why` (line and
-// reason; `why.file` is left as it is) at a row line that can't be read, or at a depth that no
-// row matches. Whatever was read before the end is kept either way.
-bool readThrustText(std::string_view bytes, const std::vector<float>& depths, RodData& rod,
-                    std::vector<float>& thrusts, Diagnostic& why);
+// The reading ends quietly at a thrust not above 0: Complete. It ends as Partial, with the line
+// and reason in `why` (`file` naming the file), at a row line that can't be read, or at a depth
+// that no row matches. Whatever was read before the end is kept either way.
+LoadResult parseThrustText(std::string_view bytes, const std::filesystem::path& file, const std::vector<float>& depths,
+                           RodData& rod, std::vector<float>& thrusts);
+
+// parseThrustText as a flag: true when complete; otherwise false with the line and reason put
+// in `why` (its file left as it is).
+inline bool readThrustText(std::string_view bytes, const std::vector<float>& depths, RodData& rod,
+                           std::vector<float>& thrusts, Diagnostic& why) {
+  const LoadResult read = parseThrustText(bytes, why.file, depths, rod, thrusts);
+  if (!read.complete()) {
+    why.line = read.why.line;
+    why.reason = read.why.reason;
+  }
+  return read.complete();
+}
 
 // --- From thrust to soil parameters --------------------------------------------------------
 

@@ -6,12 +6,13 @@
 
 #include <algorithm>
 #include <cctype>
-#include <exception>
 #include <optional>
 
 #include "frame/Files.h"
+#include "frame/LoadResult.h"
 #include "frame/Numbers.h"
 #include "frame/TextCodec.h"
+#include "frame/TextLines.h"
 
 namespace koru {
 
@@ -129,74 +130,62 @@ bool cls_Calibration::loadCalibrations(Diagnostic* why) {
   Diagnostic local;
   Diagnostic& d = why ? *why : local;
   d = Diagnostic{path_, 0, ""};
-  try {
+  const auto bytes = readFileBytes(path_, &d);
+  if (!bytes) {
     setN(0);
-    auto bytes = readFileBytes(path_, &d);
-    if (!bytes) return false;
-    const std::string text = cp1252ToUtf8(*bytes);
-
-    int skipped = 0;
-    int line = 0;
-    size_t pos = 0;
-    while (pos < text.size()) {
-      size_t end = text.find_first_of("\r\n", pos);
-      if (end == std::string::npos) end = text.size();
-      const std::string_view current = std::string_view(text).substr(pos, end - pos);
-      ++line;
-      pos = end;
-      if (pos < text.size() && text[pos] == '\r') ++pos;
-      if (pos < text.size() && text[pos] == '\n') ++pos;
-
-      if (trim(current).empty()) continue;
-      const Parsed p = parseLine(current);
-      if (!p.deltaA || !p.deltaB) {
-        // A calibration without both deltas is no calibration: it is left out so that it does not
-        // pull the averages towards zero.
-        if (skipped == 0) {
-          d.line = line;
-          d.reason = problemOf(p) + "; line skipped";
-        }
-        ++skipped;
-        continue;
-      }
-      if (deltaA_.size() >= kMaxCalibrations) {
-        d.line = line;
-        d.reason = "too many calibrations: at most 32767 are kept";
-        return true;
-      }
-      addCalibration(*p.deltaA, *p.deltaB, p.date, p.time);
-    }
-    if (skipped > 1) d.reason += " (" + std::to_string(skipped) + " lines skipped in all)";
-    return true;
-  } catch (const std::exception& e) {
-    d.reason = std::string("cannot be read: ") + e.what();
-  } catch (...) {
-    d.reason = "cannot be read";
+    return false;
   }
-  return false;
+  const LoadResult read = parseCalibrations(*bytes, path_);
+  if (!read.complete()) d = read.why;
+  return true;
+}
+
+LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std::filesystem::path& file) {
+  setN(0);
+  const std::string text = cp1252ToUtf8(bytes);
+  Diagnostic first{file, 0, ""};  // the first line skipped
+  int skipped = 0;
+  int line = 0;
+  size_t pos = 0;
+  std::string_view current;
+  while (nextLine(text, pos, current)) {
+    ++line;
+    if (trim(current).empty()) continue;
+    const Parsed p = parseLine(current);
+    if (!p.deltaA || !p.deltaB) {
+      // A calibration without both deltas is no calibration: it is left out so that it does not
+      // pull the averages towards zero.
+      if (skipped == 0) first = {file, line, problemOf(p) + "; line skipped"};
+      ++skipped;
+      continue;
+    }
+    if (deltaA_.size() >= kMaxCalibrations)
+      return LoadResult::fail(LoadStatus::Partial, {file, line, "too many calibrations: at most 32767 are kept"});
+    addCalibration(*p.deltaA, *p.deltaB, p.date, p.time);
+  }
+  if (skipped == 0) return {};
+  if (skipped > 1) first.reason += " (" + std::to_string(skipped) + " lines skipped in all)";
+  return LoadResult::fail(LoadStatus::Partial, first);
 }
 
 bool cls_Calibration::saveToFile(Diagnostic* why) const {
   Diagnostic local;
   Diagnostic& d = why ? *why : local;
   d = Diagnostic{path_, 0, ""};
-  try {
-    if (path_.empty()) {
-      d.reason = "no file name given";
-      return false;
-    }
-    std::string text;
-    for (size_t i = 0; i < deltaA_.size(); ++i) {
-      text += "DeltaA = " + std::to_string(deltaA_[i]) + ", DeltaB = " + std::to_string(deltaB_[i]) +
-              ", Date = " + fieldText(date_[i]) + ", Time = " + fieldText(time_[i]) + "\r\n";
-    }
-    return writeFileAtomically(path_, utf8ToCp1252(text), &d);
-  } catch (const std::exception& e) {
-    d.reason = std::string("cannot be written: ") + e.what();
-  } catch (...) {
-    d.reason = "cannot be written";
+  if (path_.empty()) {
+    d.reason = "no file name given";
+    return false;
   }
-  return false;
+  return writeFileAtomically(path_, fileText(), &d);
+}
+
+std::string cls_Calibration::fileText() const {
+  std::string text;
+  for (size_t i = 0; i < deltaA_.size(); ++i) {
+    text += "DeltaA = " + std::to_string(deltaA_[i]) + ", DeltaB = " + std::to_string(deltaB_[i]) +
+            ", Date = " + fieldText(date_[i]) + ", Time = " + fieldText(time_[i]) + "\r\n";
+  }
+  return utf8ToCp1252(text);
 }
 
 bool cls_Calibration::checkDeltaAStandards() const {

@@ -11,6 +11,7 @@
 
 #include "dmt/CalibrationFigures.h"
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 
 namespace koru {
 
@@ -34,8 +35,14 @@ class cls_Calibration {
   // Reads the file; keys in any order, upper or lower case. False if the file could not be
   // read; an unreadable line is skipped and reported in `why`.
   bool loadCalibrations(Diagnostic* why = nullptr);
+  // The reading of loadCalibrations from the file's bytes, `file` naming it in the diagnostic.
+  // Replaces the list. Partial when a line was skipped (the first one is told, with the count)
+  // or the list reached its 16-bit limit (the rest is not read).
+  LoadResult parseCalibrations(std::string_view bytes, const std::filesystem::path& file);
   // Rewrites the whole file.
   bool saveToFile(Diagnostic* why = nullptr) const;
+  // The file's bytes as saveToFile writes them.
+  std::string fileText() const;
 
   // All Delta A within 5..30 kPa and spread below 26; Delta B within 5..80 and spread below 26.
   bool checkDeltaAStandards() const;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dmt/CalibrationFigures.h"
@@ -15,6 +16,7 @@
 #include "dmt/TestHeader.h"
 #include "dmt/Thrust.h"
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 
 namespace koru {
 
@@ -68,6 +70,10 @@ class cls_DmtTEST : public TestHeader {
   // read so far kept in the record and `why` telling the file, the line and the problem. Then
   // reads Thrust.dat beside it, if there is one (loadThrust, record only).
   int16_t loadFile(Diagnostic* why = nullptr);
+  // The reading of loadFile from the file's bytes, `file` naming it in the diagnostic; Thrust.dat
+  // is not read. An empty or blank text is WrongFormat and changes nothing; a file that breaks
+  // off or holds a bad field is Partial, what was read before it kept.
+  LoadResult parseDat(std::string_view bytes, const std::filesystem::path& file);
   // Normalises the format and writes getDatPath() through a temporary file, so a failed save
   // leaves the old file intact; with blnHasThrust, Thrust.dat as well. -1 on success, 0 on
   // failure.
@@ -94,6 +100,9 @@ class cls_DmtTEST : public TestHeader {
   // False, with why, when the file can't be read or its reading ended at a bad row or at a
   // depth that no row matches; what was read is kept.
   bool loadThrust(DMTOptions* options = nullptr, Diagnostic* why = nullptr);
+  // The reading of loadThrust from the bytes of a Thrust.dat (see parseThrustText): Complete
+  // or Partial, the rod data and thrusts read before the end kept either way.
+  LoadResult parseThrust(std::string_view bytes, const std::filesystem::path& file, DMTOptions* options = nullptr);
   // Writes Thrust.dat through a temporary file (rows with a thrust above 0 only). saveFile calls
   // it when blnHasThrust is set.
   bool saveThrust(Diagnostic* why = nullptr) const;

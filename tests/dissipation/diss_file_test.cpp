@@ -61,7 +61,7 @@ const std::string kFullFile =
 
 struct Loaded {
   cls_DissTEST test;
-  DissLoadStatus status = DissLoadStatus::ReadFailed;
+  LoadStatus status = LoadStatus::Unreadable;
   Diagnostic why;
 };
 
@@ -183,7 +183,7 @@ TEST_P(DissFileRoundTrip, LoadAndSaveGiveTheSameBytes) {
   cls_DissTEST back;
   back.folder = dir.path();
   back.filename = original.filename;
-  ASSERT_EQ(back.parseFile(&why), DissLoadStatus::Ok) << why.toString();
+  ASSERT_EQ(back.parseFile(&why), LoadStatus::Complete) << why.toString();
   EXPECT_EQ(back.filename, original.filename);
   EXPECT_EQ(back.N(), original.N());
   back.filename = dir / "copy.dis";
@@ -218,7 +218,7 @@ TEST(DissShortestForm, NumbersReadBackToTheSameText) {
 TEST(DissFileReader, DepthLineRenamesTheFileInTheSameFolder) {
   ScratchFolder dir;
   Loaded in = loadBytes(dir, "DISSIP2002\r\nZD = 12.3\r\n", "whatever.dis");
-  ASSERT_EQ(in.status, DissLoadStatus::Ok);
+  ASSERT_EQ(in.status, LoadStatus::Complete);
   EXPECT_EQ(in.test.filename, dir / "1230.dis");
 }
 
@@ -231,7 +231,7 @@ TEST(DissFileReader, KeysComeInAnyOrderAndCaseWithUnknownKeysIgnored) {
                         "STARTTIME = 08:00:00,U0 = 12.5\n"
                         "\n"
                         "T = 1, A = 400\n");
-  ASSERT_EQ(in.status, DissLoadStatus::Ok) << in.why.toString();
+  ASSERT_EQ(in.status, LoadStatus::Complete) << in.why.toString();
   EXPECT_EQ(in.test.strDisFile(),
             "DISSIP2002\r\nFIRM = \"A\"\r\nDELTAB = 35\r\nU0 = 12.5\r\nMH = 3\r\nSTARTTIME = 08:00:00\r\n"
             "T =  1.00, A =   400\r\n");
@@ -240,7 +240,7 @@ TEST(DissFileReader, KeysComeInAnyOrderAndCaseWithUnknownKeysIgnored) {
 TEST(DissFileReader, CommaInsideAQuotedTextLosesWhatFollows) {
   ScratchFolder dir;
   Loaded in = loadBytes(dir, "DISSIP2002\r\nFIRM = \"Rossi, Bianchi & C.\"\r\nJOB = \"7\"\r\n");
-  ASSERT_EQ(in.status, DissLoadStatus::Ok);
+  ASSERT_EQ(in.status, LoadStatus::Complete);
   EXPECT_EQ(in.test.Firm, "Rossi");
   EXPECT_EQ(in.test.Job, "7");
 }
@@ -251,7 +251,7 @@ TEST(DissFileReader, HeaderWithoutReadingsGivesNoReadingsEvenOverAnEarlierTest) 
   in.test.setDissData({1, 2, 3}, {3, 2, 1});
   in.test.Firm = "earlier";
   in.test.filename = dir.write("h.dis", "DISSIP2002\r\nTESTNAME = \"H\"\r\n");
-  ASSERT_EQ(in.test.parseFile(), DissLoadStatus::Ok);
+  ASSERT_EQ(in.test.parseFile(), LoadStatus::Complete);
   EXPECT_EQ(in.test.N(), 0);
   EXPECT_TRUE(in.test.vT().empty());
   EXPECT_EQ(in.test.TstName, "H");
@@ -261,7 +261,7 @@ TEST(DissFileReader, HeaderWithoutReadingsGivesNoReadingsEvenOverAnEarlierTest) 
 TEST(DissFileReader, ReadingValuesCountAndTheirNamesDoNotAndACutsTowardsZero) {
   ScratchFolder dir;
   Loaded in = loadBytes(dir, "DISSIP2002\r\nT = 0, A = 560\r\nT = 1, A = 400.9\r\nX = 2, Y = -300.9\r\ngarbage, A = 5\r\n");
-  ASSERT_EQ(in.status, DissLoadStatus::Ok);
+  ASSERT_EQ(in.status, LoadStatus::Complete);
   EXPECT_EQ(in.test.vT(), (std::vector<float>{0.0f, 1.0f, 2.0f, 0.0f}));  // a reading at time 0 is kept
   EXPECT_EQ(in.test.vA(), (std::vector<int16_t>{560, 400, -300, 5}));
 }
@@ -274,7 +274,7 @@ TEST(DissFileReader, WrongMarkerIsNotValidAndChangesNothing) {
     t.setDissData({1}, {2});
     t.filename = dir.write("bad.dis", bytes);
     Diagnostic why;
-    EXPECT_EQ(t.parseFile(&why), DissLoadStatus::NotValid);
+    EXPECT_EQ(t.parseFile(&why), LoadStatus::WrongFormat);
     EXPECT_EQ(why.reason, "File not valid");
     EXPECT_EQ(t.Firm, "kept");
     EXPECT_EQ(t.N(), 1);
@@ -288,7 +288,7 @@ TEST(DissFileReader, MissingFileIsReportedAndChangesNothing) {
   t.Firm = "kept";
   t.filename = dir / "none.dis";
   Diagnostic why;
-  EXPECT_EQ(t.parseFile(&why), DissLoadStatus::ReadFailed);
+  EXPECT_EQ(t.parseFile(&why), LoadStatus::Unreadable);
   EXPECT_EQ(why.file, dir / "none.dis");
   EXPECT_FALSE(why.reason.empty());
   EXPECT_EQ(t.Firm, "kept");
@@ -309,7 +309,7 @@ TEST(DissFileReader, BrokenLinesKeepWhatWasReadAndSayWhere) {
   };
   for (const auto& c : cases) {
     const Loaded in = loadBytes(dir, c.bytes);
-    EXPECT_EQ(in.status, DissLoadStatus::ReadFailed) << c.bytes;
+    EXPECT_EQ(in.status, LoadStatus::Partial) << c.bytes;
     EXPECT_EQ(in.why.line, c.line) << c.bytes;
     EXPECT_NE(in.why.reason.find(c.reason), std::string::npos) << in.why.reason;
     EXPECT_EQ(in.test.vA(), c.a) << c.bytes;
@@ -328,7 +328,7 @@ TEST(DissFileReader, ZeroAInTheLastSlotStopsGrowthAndTheNextReadingFails) {
     bytes += "T = " + std::to_string(i + 1) + ", A = " + std::to_string(a) + "\r\n";
   }
   Loaded in = loadBytes(dir, bytes);
-  EXPECT_EQ(in.status, DissLoadStatus::ReadFailed);
+  EXPECT_EQ(in.status, LoadStatus::Partial);
   EXPECT_EQ(in.why.line, 13) << "the twelfth reading";
   EXPECT_EQ(in.test.N(), 11);
   EXPECT_EQ(in.test.vA().size(), 11u);
@@ -337,7 +337,7 @@ TEST(DissFileReader, ZeroAInTheLastSlotStopsGrowthAndTheNextReadingFails) {
   // The same file with a non-zero A there grows past the bound.
   bytes.replace(bytes.find("A = 0"), 5, "A = 7");
   Loaded ok = loadBytes(dir, bytes);
-  EXPECT_EQ(ok.status, DissLoadStatus::Ok);
+  EXPECT_EQ(ok.status, LoadStatus::Complete);
   EXPECT_EQ(ok.test.N(), 13);
 }
 
@@ -451,6 +451,36 @@ TEST(DissTexts, ReportResultsGiveTflexChMhKhAndPoFinal) {
             "Ch,OC = 1.94 * 10 ^ - 3 cm^2 / sec\r\n"
             " Mh = 4.25 MPa  Kh = 4.58 * 10 ^ - 8 cm / sec\r\n"
             "Po,final = 302.1 kPa\r\n");
+}
+
+}  // namespace
+}  // namespace koru
+
+// --- Reading a buffer ------------------------------------------------------------------------
+
+namespace koru {
+namespace {
+
+// Lone CRs read as CR LF; a buffer cut at any byte keeps the readings before the cut as the
+// whole file has them (only the last kept one may lose digits of A) and, unless complete, says why.
+TEST(DissFileBuffer, LoneCrReadsAsCrLfAndACutAnywhereKeepsTheReadingsBeforeIt) {
+  const std::string file =
+      "DISSIP2002\r\nFIRM = \"F\"\r\nZD = 12.3\r\nT =  0.25, A =   560\r\nT =  1.50, A =   235\r\nT =  3.00, A =   300\r\n";
+  cls_DissTEST whole, cr;
+  ASSERT_TRUE(whole.parseDis(file, "t.dis").complete());
+  std::string crOnly;
+  for (char c : file)
+    if (c != '\n') crOnly += c;
+  ASSERT_TRUE(cr.parseDis(crOnly, "t.dis").complete());
+  EXPECT_EQ(cr.strDisFile(), whole.strDisFile());
+  for (size_t cut = 0; cut < file.size(); ++cut) {
+    cls_DissTEST t;
+    const LoadResult read = t.parseDis(file.substr(0, cut), "t.dis");
+    EXPECT_EQ(read.complete(), read.why.reason.empty()) << cut;
+    ASSERT_LE(t.vA().size(), whole.vA().size()) << cut;
+    for (size_t i = 0; i < t.vA().size(); ++i)
+      EXPECT_TRUE(t.vT()[i] == whole.vT()[i] && (t.vA()[i] == whole.vA()[i] || i + 1 == t.vA().size())) << cut;
+  }
 }
 
 }  // namespace

@@ -472,3 +472,33 @@ TEST(DmtFileChecks, FewRowsGiveTheDefaultOrTheirOwnDifference) {
 
 }  // namespace
 }  // namespace koru
+
+// --- Reading a buffer ------------------------------------------------------------------------
+
+namespace koru {
+namespace {
+
+// Lone CRs read as CR LF; a buffer cut at any byte keeps the rows before the cut as the whole
+// file has them (only the last kept row may lose digits of B) and, unless complete, says why.
+TEST(DmtDatBuffer, LoneCrReadsAsCrLfAndACutAnywhereKeepsTheRowsBeforeIt) {
+  const std::string file = "1.2,1.6,2,0.15,0.4,34.7,0,2,0,1.7,0.2\r\n\"F\",\"C\"\r\n\"J\",\"S\",\"R\"\r\n\"D\",\"T\"\r\n"
+                           "250,900\r\n260,940\r\n270,980\r\n";
+  cls_DmtTEST whole, cr;
+  ASSERT_TRUE(whole.parseDat(file, "t.dat").complete());
+  std::string crOnly;
+  for (char c : file)
+    if (c != '\n') crOnly += c;
+  ASSERT_TRUE(cr.parseDat(crOnly, "t.dat").complete());
+  EXPECT_EQ(cr.fileText(), whole.fileText());
+  for (size_t cut = 0; cut < file.size(); ++cut) {
+    cls_DmtTEST t;
+    const LoadResult read = t.parseDat(std::string_view(file).substr(0, cut), "t.dat");
+    EXPECT_EQ(read.complete(), read.why.reason.empty()) << cut;
+    ASSERT_LE(t.vA.size(), whole.vA.size()) << cut;
+    for (size_t i = 0; i < t.vA.size(); ++i)
+      EXPECT_TRUE(t.vA[i] == whole.vA[i] && (t.vB[i] == whole.vB[i] || i + 1 == t.vA.size())) << cut;
+  }
+}
+
+}  // namespace
+}  // namespace koru
