@@ -71,18 +71,6 @@ std::string thrustFileText(const RodData& rod, const std::vector<float>& depths,
 LoadResult parseThrustText(std::string_view bytes, const std::filesystem::path& file, const std::vector<float>& depths,
                            RodData& rod, std::vector<float>& thrusts);
 
-// parseThrustText as a flag: true when complete; otherwise false with the line and reason put
-// in `why` (its file left as it is).
-inline bool readThrustText(std::string_view bytes, const std::vector<float>& depths, RodData& rod,
-                           std::vector<float>& thrusts, Diagnostic& why) {
-  const LoadResult read = parseThrustText(bytes, why.file, depths, rod, thrusts);
-  if (!read.complete()) {
-    why.line = read.why.line;
-    why.reason = read.why.reason;
-  }
-  return read.complete();
-}
-
 // --- From thrust to soil parameters --------------------------------------------------------
 
 // The axisymmetric friction angle (degrees) that the thrust of one row needs, or 0 if no angle

@@ -37,8 +37,8 @@ TEST(ThrustFile, HeadTakesItsFormatsAndOnlyRowsWithThrustFollow) {
             "BLADE WIDTH [MM] = 95.3\r\nTHRUST UNITS = kg\r\n\r\nZ = 1.00, TH = 120\r\nZ = 1.40, TH = 850\r\n");
   RodData back;
   std::vector<float> thrusts;
-  Diagnostic why;
-  ASSERT_TRUE(readThrustText(text, {1.0f, 1.2f, 1.4f}, back, thrusts, why)) << why.reason;
+  const LoadResult read = parseThrustText(text, "Thrust.dat", {1.0f, 1.2f, 1.4f}, back, thrusts);
+  ASSERT_TRUE(read.complete()) << read.why.reason;
   EXPECT_EQ(back.strRodType, "Aste \xC3\xA0  Z = 1");
   EXPECT_EQ(thrusts, (std::vector<float>{120, 0, 850}));
 }
@@ -46,9 +46,8 @@ TEST(ThrustFile, HeadTakesItsFormatsAndOnlyRowsWithThrustFollow) {
 TEST(ThrustFile, HeadKeysAreTrimmedCaseBlindAndLfLinesRead) {
   RodData rod;
   std::vector<float> thrusts;
-  Diagnostic why;
-  ASSERT_TRUE(readThrustText("  drilled rod diameter [cm]=  4.2 \nOPERATOR = Rossi\n--- rows ---\nZ = 1.20, TH = 300\n\n",
-                             {1.0f, 1.2f}, rod, thrusts, why));
+  ASSERT_TRUE(parseThrustText("  drilled rod diameter [cm]=  4.2 \nOPERATOR = Rossi\n--- rows ---\nZ = 1.20, TH = 300\n\n",
+                              "Thrust.dat", {1.0f, 1.2f}, rod, thrusts).complete());
   EXPECT_FLOAT_EQ(rod.sngRodDiameter, 4.2f);
   EXPECT_FLOAT_EQ(rod.sngRodWeight, 6.5f);  // not in the file: as it was
   EXPECT_EQ(thrusts, (std::vector<float>{0, 300}));
@@ -79,9 +78,9 @@ TEST(ThrustFile, RowsAreMatchedToTheTestsRowsUntilOneEndsTheReading) {
   for (const Case& c : cases) {
     RodData rod;
     std::vector<float> thrusts;
-    Diagnostic why;
-    EXPECT_EQ(readThrustText(kDefaultHead + c.rows, {1.0f, 1.2f, 1.4f, 1.6f}, rod, thrusts, why), c.line == 0) << c.what;
-    EXPECT_EQ(why.line, c.line) << c.what;
+    const LoadResult read = parseThrustText(kDefaultHead + c.rows, "Thrust.dat", {1.0f, 1.2f, 1.4f, 1.6f}, rod, thrusts);
+    EXPECT_EQ(read.complete(), c.line == 0) << c.what;
+    EXPECT_EQ(read.why.line, c.line) << c.what;
     EXPECT_EQ(thrusts, c.thrusts) << c.what;
   }
 }
