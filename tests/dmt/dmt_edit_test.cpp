@@ -42,8 +42,7 @@ TEST(DmtEditRows, ShallowerOrCollidingDepthNeedsTheOverwriteFlag) {
 
 TEST(DmtEditRows, CReadingRoundsHalvesToEvenAndTouchesOnlyC) {
   auto t = withDepths({1.0f, 1.2f});
-  t.addCReading(1.2f, 55.5f, false);
-  EXPECT_EQ(t.vC[1], 0);
+  t.addCReading(1.2f, 55.5f, false);  // no overwrite: nothing
   t.addCReading(1.2f, 55.5f, true);
   t.addCReading(1.4f, 12.5f, false);
   EXPECT_EQ(t.vC, (std::vector<int16_t>{0, 56, 12}));
@@ -52,35 +51,18 @@ TEST(DmtEditRows, CReadingRoundsHalvesToEvenAndTouchesOnlyC) {
 
 // --- Recommended calibration -------------------------------------------------------------------
 
-CalibrationFigures figures(float avgA, float avgB, int minA, int maxA, int minB, int maxB) {
-  CalibrationFigures f;
-  f.averageDeltaA = avgA;
-  f.averageDeltaB = avgB;
-  f.minDeltaA = minA;
-  f.maxDeltaA = maxA;
-  f.minDeltaB = minB;
-  f.maxDeltaB = maxB;
-  return f;
-}
-
 // Rows whose P1 - Po, with the standard membrane and no gauge zeros, is 1.05 x (B - A - dA - dB):
 // a row is bad once dA + dB reaches B - A.
 cls_DmtTEST withMargins(const std::vector<int>& margins) {
-  cls_DmtTEST t;
-  for (int m : margins) {
-    t.vZ.push_back(static_cast<float>(t.vZ.size() + 1));
-    t.vA.push_back(200);
-    t.vB.push_back(static_cast<int16_t>(200 + m));
-    t.vC.push_back(0);
-    t.vTH.push_back(0);
-  }
+  cls_DmtTEST t = withDepths(std::vector<float>(margins.size(), 1.0f));
+  for (size_t i = 0; i < margins.size(); ++i) t.vB[i] = static_cast<int16_t>(t.vA[i] + margins[i]);
   return t;
 }
 
 TEST(DmtEditCalibration, MinimaReplaceAveragesThatMakeBadRows) {
   // At 15 + 40 the rows of margin 55, 20 and 15 are bad; at 5 + 10 only the one of 15.
   auto t = withMargins({80, 55, 20, 15});
-  t.setRecommendedCalibrationValues(figures(15, 40, 5, 30, 10, 60));
+  t.setRecommendedCalibrationValues(CalibrationFigures{15, 40, 5, 30, 10, 60});
   EXPECT_EQ(t.intDeltaA, 5);
   EXPECT_EQ(t.intDeltaB, 10);
   EXPECT_EQ(t.vBadRows, std::vector<float>({3.0f}));
@@ -98,7 +80,7 @@ TEST(DmtEditCalibration, GridSearchKeepsTheFirstBestPairWalkingDeltaAOutside) {
   t.vB = {110, 140};
   // Averages (1, 0): both rows bad. Minima (0, 12): only the second. With deltaA 0 the second
   // row comes good first at deltaB 41 (P1 - Po = 99 - 95.76); at 40 it stands at exactly 0.
-  t.setRecommendedCalibrationValues(figures(1, 0, 0, 30, 12, 60));
+  t.setRecommendedCalibrationValues(CalibrationFigures{1, 0, 0, 30, 12, 60});
   EXPECT_EQ(t.intDeltaA, 0);
   EXPECT_EQ(t.intDeltaB, 41);
   EXPECT_TRUE(t.vBadRows.empty());
