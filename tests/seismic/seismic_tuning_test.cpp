@@ -34,23 +34,4 @@ TEST(SeismicTuning, FilterDialogueRebuildsTheFilterAndEvaluates) {
   EXPECT_EQ(r.V(), v);
 }
 
-TEST(SeismicTuning, DelayDialogueSwitchesModeAndStepsTheManualDelay) {
-  auto r = shear();
-  SeismicTuning t(r);
-  t.openRephase();
-  const float found = r.DeltaT();
-
-  t.selectRephaseMode(1);  // manual, starting from the delay found
-  EXPECT_EQ(r.rephaseCode, 3);
-  t.moveLeft();
-  t.moveLeft();
-  t.moveRight();
-  EXPECT_NEAR(r.DeltaT(), found + 0.01f, 1e-4);
-  EXPECT_TRUE(t.typeDelay("2.5"));
-  EXPECT_FLOAT_EQ(r.DeltaT(), 2.5f);
-  EXPECT_EQ(r.V(), static_cast<int16_t>(std::nearbyint(r.DeltaS() * 1000 / 2.5)));
-  t.selectRephaseMode(0);
-  EXPECT_NEAR(r.DeltaT(), found, 1e-6);
-}
-
 }  // namespace

@@ -21,7 +21,6 @@ using testing::ScratchFolder;
 // The whole trace as window: on a clean synthetic strike this recovers the true delay to the
 // resolution of the search, so a velocity off by more tells the index's settings were not used.
 constexpr const char* kWholeTrace = "5,180;0;0,0";
-constexpr const char* kDefaultVs = "5,180;4;0,0";
 
 synth::StrikeSettings strikeAt(float z, double velocity, uint32_t seed) {
   synth::StrikeSettings s;
@@ -51,18 +50,6 @@ struct Site {
   }
 };
 
-// The strike evaluated in memory under the given settings (the defaults of its wave for "").
-cls_SEISMOGRAM evaluated(const synth::StrikeSettings& shot, const std::string& elab) {
-  cls_SEISMOGRAM r = synth::makeSyntheticStrike(shot);
-  if (elab.empty())
-    r.setDefaultElabParameters();
-  else
-    r.set_elabString(elab);
-  r.evalV();
-  return r;
-}
-
-int16_t velocityOf(const synth::StrikeSettings& shot, const std::string& elab) { return evaluated(shot, elab).V(); }
 
 TEST(VTestFromDisk, VerticalOfThreeStrikesPerDepthGivesTheTrueVelocity) {
   Site site;
@@ -96,29 +83,11 @@ TEST(VTestFromDisk, VerticalOfThreeStrikesPerDepthGivesTheTrueVelocity) {
 
 // ---- Moves that load the record -------------------------------------------------------------
 
-TEST(StrikesFileMoves, SetGoodEvaluatesABadStrikeWithItsOwnElabString) {
-  Site site;
-  const auto shot = strikeAt(4.0f, 200, 5);
-  site.write("8", shot);
-  cls_zSTRIKES& z = site.depth(4.0f);
-  z.addGood("7", 190, kDefaultVs);
-  z.addBad("8", kWholeTrace);
-
-  Diagnostic why;
-  ASSERT_TRUE(site.test.setGood("8", &why)) << why.toString();
-  const cls_zSTRIKES& after = *site.test.strikes.item(1);
-  EXPECT_EQ(after.elabGood, std::string(kDefaultVs) + "#" + kWholeTrace);
-  EXPECT_EQ(after.elabBad, "");
-  const int16_t v = velocityOf(shot, kWholeTrace);
-  EXPECT_NEAR(v, 200, 2);
-  EXPECT_EQ(after.vList, "190," + std::to_string(v));
-}
-
 TEST(StrikesFileMoves, MoveFileRewritesTheDepthAndReevaluatesAGoodStrike) {
   Site site;
   const auto shot = strikeAt(4.0f, 200, 9);
   site.write("5", shot);
-  site.depth(4.0f).addGood("5", velocityOf(shot, kWholeTrace), kWholeTrace);
+  site.depth(4.0f).addGood("5", 200, kWholeTrace);
 
   Diagnostic why;
   ASSERT_TRUE(site.test.moveFile("5", 6.0f, &why)) << why.toString();

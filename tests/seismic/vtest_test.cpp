@@ -30,11 +30,6 @@ cls_zSTRIKES depthWithVelocities(const std::string& vList) {
   return z;
 }
 
-// The lists of one depth side by side, so that one comparison shows every list and its partner.
-std::string listsOf(const cls_zSTRIKES& z) {
-  return "good=" + z.goodList + " v=" + z.vList + " eg=" + z.elabGood + " bad=" + z.badList + " eb=" + z.elabBad +
-         " noise=" + z.noiseList + " en=" + z.elabNoise + " best=" + z.bestFile + " mean=" + std::to_string(z.vMean);
-}
 
 // ---- Mean velocity and scatter --------------------------------------------------------------
 
@@ -58,21 +53,6 @@ TEST(StrikesEvaluateData, MeanAndCoefficientOfVariationOfTheNonZeroVelocities) {
 
 // ---- Lists of one depth ---------------------------------------------------------------------
 
-TEST(StrikesLists, GoodListsStayParallelAndTheHeadIsBestAfterAnAddOrAMove) {
-  cls_zSTRIKES z(3.0f);
-  z.addGood("12", 200, "e1");
-  z.addGood("13", 220, "e2");
-  EXPECT_EQ(listsOf(z), "good=12,13 v=200,220 eg=e1#e2 bad= eb= noise= en= best=12 mean=210");
-  // The user's mark does not survive another good strike: the head of the list is best again.
-  z.bestFile = "13";
-  z.addGood("14", 240, "e3");
-  EXPECT_EQ(z.bestFile, "12");
-  // Set bad, the file takes its elab string along and the depth is evaluated again; the best
-  // left the list, so the first good one follows.
-  ASSERT_TRUE(z.setBad("12"));
-  EXPECT_EQ(listsOf(z), "good=13,14 v=220,240 eg=e2#e3 bad=12 eb=e1 noise= en= best=13 mean=230");
-}
-
 // ---- Depths ---------------------------------------------------------------------------------
 
 cls_STRIKES depthsAt(const std::vector<float>& zs) {
@@ -95,26 +75,6 @@ TEST(StrikesDepths, DepthsWithinHalfAMillimetreAreOneAndTheClosestNeighbourIsNeg
 
 // ---- File numbers ---------------------------------------------------------------------------
 
-TEST(VTestFileNumbers, NextFileNumberFollowsTheGreatestOfAllListsAndDepths) {
-  cls_VTEST t;
-  EXPECT_EQ(t.nextFileNumber(), 1);
-  cls_zSTRIKES a(1.0f);
-  a.goodList = "1,2";
-  a.badList = "5";
-  cls_zSTRIKES b(2.0f);
-  b.goodList = "7";
-  b.noiseList = "9";
-  t.strikes.add(a);
-  t.strikes.add(b);
-  EXPECT_EQ(t.nextFileNumber(), 10);
-  t.strikes.item(2)->Remove("9");
-  EXPECT_EQ(t.nextFileNumber(), 8);  // the gap below is not filled: numbers only grow
-  t.strikes.item(2)->Remove("7");
-  t.strikes.item(1)->goodList = "x,3,4b,";  // names that are not numbers do not count
-  t.strikes.item(1)->badList = "";
-  EXPECT_EQ(t.nextFileNumber(), 4);
-}
-
 // ---- Index file -----------------------------------------------------------------------------
 
 TEST(VTestIndexFile, FileReadsIntoDepthsAndIsWrittenBackByteForByte) {
@@ -125,7 +85,7 @@ TEST(VTestIndexFile, FileReadsIntoDepthsAndIsWrittenBackByteForByte) {
   ASSERT_EQ(t.strikes.Count(), 3);
 
   EXPECT_FLOAT_EQ(t.strikes.item(1)->devStd, 6.73f);
-  EXPECT_EQ(listsOf(*t.strikes.item(2)), "good= v= eg= bad=16,17 eb=#5,180;4;0,0 noise= en= best= mean=0");
+  EXPECT_EQ(t.strikes.item(2)->elabBad, "#5,180;4;0,0") << "an empty elab string keeps its place";
   EXPECT_FLOAT_EQ(t.strikes.item(3)->Z, 3.125f);
 
   t.setPaths(dir / "copy.dat", dir / "VS_1");
