@@ -124,19 +124,6 @@ TEST(SitesVerticalOrder, OrderLivesInTheSiteFileAndFoldersKeepTheirNames) {
   EXPECT_THAT(folderNames(reopened), ElementsAre("VERT_3", "VERT_1", "VERT_2"));
 }
 
-TEST(SitesVerticalCollection, RemoveDeletesOnlyAProperVerticalFolder) {
-  ScratchFolder sites;
-  cls_SITE site;
-  ASSERT_TRUE(site.newSite(sites.path(), "S"));
-  ASSERT_NE(site.newVertical(), nullptr);
-  // A vertical whose name was damaged would point at the site folder itself.
-  cls_VERTICAL* v = site.verticals.item(1);
-  v->strFolderName = "..";
-  v->strFolderPath = sites / "SITE_1" / "VERT_1" / "..";
-  EXPECT_FALSE(site.verticals.Remove(1));
-  EXPECT_TRUE(fs::exists(sites / "SITE_1" / "SITE_1.dat"));
-}
-
 TEST(SitesBrokenFiles, ABrokenDMTFileIsReportedAtActivationAndTheOthersStillLoad) {
   ScratchFolder sites;
   {

@@ -76,31 +76,20 @@ class SiteUniExport : public ::testing::Test {
   ProgramStrings strings{prompts};
 };
 
-TEST_F(SiteUniExport, WritesOneFilePerDmtTestUnderItsTrimmedNameAndAsksForABadOne) {
+TEST_F(SiteUniExport, WritesEachDmtTestUnderItsTrimmedNameWithItsOwnThrustFieldsAndAsksForABadName) {
   prompts.inputAnswers.push_back(std::string("  B3 "));
-  const DMTOptions options;
+  DMTOptions options;
+  setThrustOptions(options);  // as left by a test with thrust opened before
   const SiteUniExportResult r = exportSiteUNI(site, out.path(), options, strings);
+  EXPECT_EQ(options.intPhiMethod, 1) << "the caller's options stay as they were";
 
   EXPECT_THAT(r.problems, IsEmpty());
   EXPECT_THAT(r.written, ElementsAre(out / "Sand 1.uni", out / "B3.uni"));
   ASSERT_EQ(prompts.inputs.size(), 1u);
   EXPECT_EQ(prompts.inputs[0].prompt, "The test name \"B/3\" cannot name a file. Name of the UNI file:");
-  EXPECT_EQ(ScratchFolder::read(out / "Sand 1.uni"), expectedUni(1, options));
-  EXPECT_EQ(ScratchFolder::read(out / "B3.uni"), expectedUni(2, options));
-}
-
-TEST_F(SiteUniExport, ThrustFieldsFollowEachTestAndTheCallersOptionsStayAsTheyWere) {
-  prompts.inputAnswers.push_back(std::string("B3"));
-  DMTOptions options;
-  setThrustOptions(options);  // as left by a test with thrust opened before
-  const SiteUniExportResult r = exportSiteUNI(site, out.path(), options, strings);
-  ASSERT_THAT(r.problems, IsEmpty());
-  EXPECT_EQ(options.intPhiMethod, 1);
-
-  // Without thrust the sand takes Phi from Kd; with it, from the thrust.
-  DMTOptions none;
-  EXPECT_EQ(ScratchFolder::read(out / "Sand 1.uni"), expectedUni(1, none));
-  EXPECT_EQ(ScratchFolder::read(out / "B3.uni"), expectedUni(2, none));
+  // Thrust fields follow each test: without thrust the sand takes Phi from Kd, with it from the thrust.
+  EXPECT_EQ(ScratchFolder::read(out / "Sand 1.uni"), expectedUni(1, DMTOptions{}));
+  EXPECT_EQ(ScratchFolder::read(out / "B3.uni"), expectedUni(2, DMTOptions{}));
 }
 
 TEST(SiteUniFileName, UsableNamesAreThoseEveryFileSystemTakes) {

@@ -39,19 +39,5 @@ TEST_F(VerticalSeismic, AVsTestIsSavedWithTheVerticalAndReadWhenActivated) {
   EXPECT_EQ(active->vsTest->strikes.item(1)->vMean, 185);
 }
 
-TEST_F(VerticalSeismic, G0AtVsDepthsUsesTheUnitWeightProfile) {
-  vertical->createNewVsTest();
-  cls_zSTRIKES depth(5.0f);
-  depth.addGood("1", 200, "5,180;4;0,0");
-  depth.evaluateData();
-  vertical->vsTest->strikes.add(depth);
-  vertical->gamma.setMethod(2);
-  vertical->gamma.setN(1);
-  vertical->gamma.setZi(0, 0.0f);
-  vertical->gamma.setYi(0, 19.62f);
-  // rho = 19.62 / 9.81 = 2 t/m3; G0 = 2 x 200^2 kPa = 80 MPa.
-  EXPECT_FLOAT_EQ(vertical->evalGo()[0], 80.0f);
-}
-
 }  // namespace
 }  // namespace koru

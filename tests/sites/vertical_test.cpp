@@ -32,16 +32,6 @@ struct VerticalFixture : ::testing::Test {
   void writeHeader(std::string_view bytes) { sites.write("SITE_1/VERT_1/VERT_1.dat", bytes); }
 };
 
-TEST(VerticalPaths, EveryPathOfTheLayoutCarriesTheVerticalsNumber) {
-  cls_VERTICAL v;
-  const fs::path site = fs::path("root") / "SITE_3";
-  v.setFolders(site, "VERT_12");
-  const fs::path f = site / "VERT_12";
-  EXPECT_EQ(v.strVsPseudoFile, f / "VS_PISISM_12.dat");
-  EXPECT_EQ(v.gamma.path(), f / "GAMMA_12.dat");
-  EXPECT_EQ(v.dmt->getDatPath(), f / "DMT_12.dat");
-}
-
 TEST_F(VerticalFixture, HeaderFileIsWrittenInItsOwnLineOrder) {
   const std::string bytes =
       "Test\r\nFirm\r\nCustomer\r\nJob\r\nSit\xE9\r\nRemark\r\n5 MAR 2008\r\n45,9\r\n-1.75\r\n0.5\r\n0\r\n1\r\n0\r\n1\r\n";
@@ -95,20 +85,6 @@ TEST_F(VerticalFixture, SavingWritesOnlyTheTestsWhoseFlagIsSet) {
   EXPECT_FALSE(fs::exists(folder / "DMT_1.dat"));
   EXPECT_TRUE(fs::is_directory(folder / "VP_1"));
   EXPECT_FALSE(fs::exists(folder / "VS_1"));
-}
-
-TEST_F(VerticalFixture, ActivationLoadsAndEvaluatesTheDMTTest) {
-  vertical.dmt->addZABCtoData(0.2f, 50, 120, 0, false);
-  vertical.dmt->addZABCtoData(0.4f, 55, 130, 0, false);
-  ASSERT_TRUE(vertical.saveInfo());
-
-  cls_VERTICAL read;
-  read.setFolders(siteFolder, "VERT_1");
-  ASSERT_TRUE(read.loadInfo());
-  EXPECT_FALSE(read.isDMTSignificant()) << "the header alone loads no test";
-  EXPECT_TRUE(read.loadData(DMTOptions{}));
-  ASSERT_EQ(read.dmt->vecP1.size(), 2u);
-  EXPECT_GT(read.dmt->vecP1[1], read.dmt->vecPo[1]);
 }
 
 TEST_F(VerticalFixture, ADamagedFileIsKeptAsideBeforeTheFirstSaveOverIt) {
