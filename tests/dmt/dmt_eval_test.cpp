@@ -14,18 +14,12 @@ namespace {
 
 struct Row {
   float z;
-  int a, b, c;
+  int16_t a, b, c;
 };
 
 cls_DmtTEST makeTest(const std::vector<Row>& rows) {
   cls_DmtTEST t;
-  t.setN(static_cast<int>(rows.size()));
-  for (size_t i = 0; i < rows.size(); ++i) {
-    t.vZ[i] = rows[i].z;
-    t.vA[i] = static_cast<int16_t>(rows[i].a);
-    t.vB[i] = static_cast<int16_t>(rows[i].b);
-    t.vC[i] = static_cast<int16_t>(rows[i].c);
-  }
+  for (const Row& r : rows) t.addZABCtoData(r.z, r.a, r.b, r.c, true);
   return t;
 }
 
@@ -41,9 +35,7 @@ class DmtEvalHandComputed : public ::testing::Test {
  protected:
   void SetUp() override {
     t = makeTest({{5.0f, 250, 390, 100}, {5.2f, 180, 840, 0}, {5.4f, 300, 700, 0}});
-    t.sngZMCal = 5;
-    t.sngZMAB = 10;
-    t.sngZMC = 8;
+    t.sngZMCal = 5, t.sngZMAB = 10, t.sngZMC = 8;
     t.sngZw = 2.0f;
     t.sngDeltaZ = 0.2f;
     t.blnZEditable = false;
@@ -57,10 +49,7 @@ class DmtEvalHandComputed : public ::testing::Test {
 };
 
 using Vec = std::vector<float> cls_DmtTEST::*;
-struct Expect {
-  Vec vec;
-  float value;
-};
+struct Expect { Vec vec; float value; };
 
 void expectRow(const cls_DmtTEST& t, size_t row, std::initializer_list<Expect> expected) {
   for (const Expect& e : expected) EXPECT_CLOSE((t.*e.vec)[row], e.value) << "row " << row << ", " << e.value;
