@@ -15,33 +15,7 @@ using koru::cls_SEISMOGRAM;
 using koru::Diagnostic;
 using koru::testing::ScratchFolder;
 
-// A small record whose file is written out by hand below.
-cls_SEISMOGRAM smallRecord() {
-  cls_SEISMOGRAM r;
-  r.Z = 3.2f;
-  r.distG1G2 = 0.5f;
-  r.distHammer = 1.4f;
-  r.sngTcamp = 100;
-  r.Gain = 100;
-  r.triggerType = 0;
-  r.LoopS = 100;
-  r.triggerSensibility = 10;
-  r.Data = "12/03/2024";
-  r.hour = "10:15:00";
-  r.firmwareMajor = 3;
-  r.firmwareMinor = 1;
-  r.hardwareMajor = 2;
-  r.hardwareMinor = 1;
-  r.setIntN(3);
-  r.storeG1(127, 0);
-  r.storeG2(128.5f, 0);
-  r.storeG1(127.125f, 1);
-  r.storeG2(0, 1);
-  r.storeG1(255, 2);
-  r.storeG2(12345.5f, 2);
-  return r;
-}
-
+// A small record written out by hand.
 const char* const kSmallFile =
     "Z [m] = 3.20\r\n"
     "Wave Type = Vs\r\n"
@@ -62,14 +36,23 @@ const char* const kSmallFile =
     "127.125   0    \r\n"
     "255     12345.5\r\n";
 
+cls_SEISMOGRAM smallRecord() {
+  ScratchFolder dir;
+  cls_SEISMOGRAM r;
+  EXPECT_EQ(r.loadFile(dir.write("small.kor", kSmallFile)), 0);
+  return r;
+}
+
 // Header lines before the samples, for hand-made files.
 std::string header(int n) {
   return "Z [m] = 2.00\r\nSample Time [us] = 100 \r\nNSamples = " + std::to_string(n) +
          "\r\nGain = 100\r\nTrigger Type = External\r\nTrigger Delay = 2\r\nDate = d\r\nHour = h\r\n\r\n";
 }
 
-TEST(SeismogramFile, WritesHeaderKeysTrailingBlanksAndPaddedColumns) {
-  EXPECT_EQ(smallRecord().fileText(), kSmallFile);
+TEST(SeismogramFile, ReadsAndWritesBackHeaderKeysTrailingBlanksAndPaddedColumns) {
+  const cls_SEISMOGRAM r = smallRecord();
+  EXPECT_EQ(r.vG2r(), (std::vector<float>{128.5f, 0, 12345.5f}));
+  EXPECT_EQ(r.fileText(), kSmallFile);
 }
 
 TEST(SeismogramFile, WritesOptionalLinesOnlyWhenTheyHoldSomething) {
