@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include "dmt/DMTOptions.h"
@@ -15,18 +14,12 @@ namespace {
 
 struct Row {
   float z;
-  int a, b, c;
+  int16_t a, b, c;
 };
 
 cls_DmtTEST makeTest(const std::vector<Row>& rows) {
   cls_DmtTEST t;
-  t.setN(static_cast<int>(rows.size()));
-  for (size_t i = 0; i < rows.size(); ++i) {
-    t.vZ[i] = rows[i].z;
-    t.vA[i] = static_cast<int16_t>(rows[i].a);
-    t.vB[i] = static_cast<int16_t>(rows[i].b);
-    t.vC[i] = static_cast<int16_t>(rows[i].c);
-  }
+  for (const Row& r : rows) t.addZABCtoData(r.z, r.a, r.b, r.c, true);
   return t;
 }
 
@@ -42,9 +35,7 @@ class DmtEvalHandComputed : public ::testing::Test {
  protected:
   void SetUp() override {
     t = makeTest({{5.0f, 250, 390, 100}, {5.2f, 180, 840, 0}, {5.4f, 300, 700, 0}});
-    t.sngZMCal = 5;
-    t.sngZMAB = 10;
-    t.sngZMC = 8;
+    t.sngZMCal = 5, t.sngZMAB = 10, t.sngZMC = 8;
     t.sngZw = 2.0f;
     t.sngDeltaZ = 0.2f;
     t.blnZEditable = false;
@@ -58,10 +49,7 @@ class DmtEvalHandComputed : public ::testing::Test {
 };
 
 using Vec = std::vector<float> cls_DmtTEST::*;
-struct Expect {
-  Vec vec;
-  float value;
-};
+struct Expect { Vec vec; float value; };
 
 void expectRow(const cls_DmtTEST& t, size_t row, std::initializer_list<Expect> expected) {
   for (const Expect& e : expected) EXPECT_CLOSE((t.*e.vec)[row], e.value) << "row " << row << ", " << e.value;
@@ -71,9 +59,7 @@ using T = cls_DmtTEST;
 
 TEST_F(DmtEvalHandComputed, ClayRowFollowsEveryStep) {
   ASSERT_TRUE(ok);
-  EXPECT_EQ(t.vecCODREAD[0], 100);
   EXPECT_EQ(t.getSoilType(0), 6);
-  EXPECT_TRUE(t.blnHasC);
   expectRow(t, 0, {
       // A' 260, B' 345: Po = max(1.05 x 260 - 0.05 x 345, 0.6 x 260); P1 = B'.
       {&T::vecPo, 255.75f}, {&T::vecP1, 345.0f},
@@ -114,82 +100,20 @@ TEST_F(DmtEvalHandComputed, SiltRowUsesTheIntermediateRmAndNeitherCuNorPhi) {
       {&T::vecSigmaV, 91.670799f}, {&T::vecKd, 4.4480486f},  // sigmaV + 17.658 x 0.2
       // r = 0.14 + 0.15 (Id - 0.6); Rm = r + (2.5 - r) x 0.4343 ln Kd = 1.711734.
       {&T::vecM, 21.516628f}, {&T::vecCu, 0.0f}, {&T::vecPhi, 0.0f}, {&T::vecKo, 0.0f}});
-  EXPECT_EQ(t.vecDMTVs, std::vector<float>(3, 0.0f));
-}
-
-TEST_F(DmtEvalHandComputed, RealValuesAndRowAccess) {
-  EXPECT_CLOSE(t.getEdReal(0), 3.0969756f);
-  EXPECT_CLOSE(t.getIdReal(1), 4.9490495f);
-  EXPECT_CLOSE(t.getUdReal(0), 0.3648374f);
-  EXPECT_EQ(t.sngMinEd, t.vecEd[0]);
-  EXPECT_EQ(t.sngMinEdRow, 0);
-  EXPECT_EQ(t.sngMinIdRow, 0);
-  EXPECT_FALSE(t.blnUdOutOfRange);
-  EXPECT_CLOSE(t.getGammai(1), 17.658f);
-  for (int row : {-1, 3, 1000}) {
-    EXPECT_EQ(t.getGammai(row), 0.0f);
-    EXPECT_EQ(t.getEdReal(row), 0.0f);
-    EXPECT_EQ(t.getIdReal(row), 0.0f);
-    EXPECT_EQ(t.getUdReal(row), 0.0f);
-    EXPECT_EQ(t.getSoilType(row), 0);
-    EXPECT_EQ(t.getDescrSoilRealStringId(row), 0);
-  }
-  EXPECT_EQ(t.getDescrSoilRealStringId(0), 3801);
-  EXPECT_EQ(t.getDescrSoilRealStringId(1), 3806);
-}
-
-TEST_F(DmtEvalHandComputed, PersonalRmHasNoLowerBound) {
-  ASSERT_TRUE(options.selectRMMethod(1));  // 0.02 x Kd ^ 3.5
-  t.evalDMT(gamma, u, options);
-  // Rm = 0.02 x 2.2619264 ^ 3.5 = 0.34831, well below the built-in floor of 0.85.
-  const double rm = 0.02 * std::pow(2.2619264, 3.5);
-  EXPECT_CLOSE(t.vecM[1], static_cast<float>(22.043177 * rm));
 }
 
 TEST_F(DmtEvalHandComputed, ByDepthLookupsInterpolateAndKeepTheirTolerance) {
-  EXPECT_EQ(t.getMFromZ(5.2f), t.vecM[1]);
-  const float halfway = t.vecEd[0] + (t.vecEd[1] - t.vecEd[0]) * 0.5f;
-  EXPECT_NEAR(t.getEdFromZ(5.1f), halfway, 1e-4);
+  EXPECT_NEAR(t.getEdFromZ(5.1f), t.vecEd[0] + (t.vecEd[1] - t.vecEd[0]) * 0.5f, 1e-4);
   EXPECT_EQ(t.getIdFromZ(4.6f), t.vecId[0]);  // above the first row, within 0.5
   EXPECT_EQ(t.getIdFromZ(4.4f), 0.0f);
   EXPECT_EQ(t.getKdFromZ(5.8f), t.vecKd[2]);  // below the last row, within 0.5
-  EXPECT_EQ(t.getKdFromZ(6.0f), 0.0f);
-  EXPECT_EQ(t.getOCRFromZ(5.0f), t.vecOCR[0]);
-  EXPECT_EQ(t.getSigmaEffVFromZ(4.9f), t.vecSigmaEff[0]);
-  EXPECT_EQ(t.getSigmaEffVFromZ(4.85f), 0.0f);  // 0.11 only
-  EXPECT_EQ(t.getSigmaEffVFromZ(5.5f), t.vecSigmaEff[2]);
-  EXPECT_NEAR(t.getKoFromZ(5.1f), t.vecKo[0] * 0.5f, 1e-5);
-  EXPECT_NEAR(t.getMhFromZ(4.9f), t.vecKo[0] * t.vecM[0], 1e-4);
-
-  cls_DmtTEST one = makeTest({{2.0f, 300, 600, 0}});
-  one.evalDMT(gamma, u, options);
-  EXPECT_EQ(one.getEdFromZ(2.5f), one.vecEd[0]);
-  EXPECT_EQ(one.getEdFromZ(1.4f), 0.0f);
-  EXPECT_EQ(cls_DmtTEST().getEdFromZ(1.0f), 0.0f);
+  EXPECT_EQ(t.getSigmaEffVFromZ(4.85f), 0.0f);  // this one keeps 0.11 only
+  EXPECT_NEAR(t.getKoFromZ(5.1f), t.vecKo[0] * 0.5f, 1e-5);  // the sand row's Ko is 0
 }
 
 // --- Edge cases of the row rules ----------------------------------------------------------
 //
 // Default record: no gauge zeros, A' = A + 15, B' = B - 40, water table at 3 m.
-
-TEST(DmtEvalEdgeCases, IncompleteReadingsKeepPoAndStressesOnly) {
-  // A only (with C); B below A, which counts as no B; no A at all.
-  cls_DmtTEST t = makeTest({{4.0f, 250, 0, 100}, {4.2f, 300, 200, 0}, {5.0f, 0, 400, 0}});
-  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
-  EXPECT_EQ(t.vecCODREAD, (std::vector<int16_t>{50, 50, 0}));
-  EXPECT_EQ(t.vecPo, (std::vector<float>{265.0f, 315.0f, 0.0f}));  // A', uncorrected
-  for (Vec v : {&T::vecP1, &T::vecKd, &T::vecKo, &T::vecId, &T::vecEd, &T::vecOCR, &T::vecM, &T::vecGamma})
-    EXPECT_EQ(t.*v, std::vector<float>(3, 0.0f));
-  EXPECT_EQ(t.vecSoilType, std::vector<int16_t>(3, 0));
-  EXPECT_EQ(t.getDescrSoilRealStringId(0), 0);
-  // C still gives P2 and Ud against the uncorrected Po: (115 - 9.81) / (265 - 9.81).
-  EXPECT_EQ(t.vecP2[0], 115.0f);
-  EXPECT_CLOSE(t.vecUd[0], 0.41220266f);
-  EXPECT_CLOSE(t.getUdReal(0), 0.41220266f);
-  expectRow(t, 0, {{&T::vecUo, 9.81f}, {&T::vecSigmaEff, 68.0f - 9.81f}});
-  // No unit weight from these rows: the stress grows by nothing.
-  expectRow(t, 2, {{&T::vecUo, 19.62f}, {&T::vecSigmaEff, 68.0f - 19.62f}, {&T::vecSigmaV, 68.0f}});
-}
 
 TEST(DmtEvalEdgeCases, PoBelowUoIsRaisedJustAboveItAndItsIdHidden) {
   // Water 10 m above the ground: Uo at 5 m = 15 x 9.81 = 147.15; A' 115, B' 260.
@@ -201,35 +125,14 @@ TEST(DmtEvalEdgeCases, PoBelowUoIsRaisedJustAboveItAndItsIdHidden) {
   EXPECT_CLOSE(t.vecPo[0], 147.26f);
   // Id = (260 - 147.26) / 0.11 is clipped to 99.9, then hidden by Po / Uo < 1.05; Ed stays.
   EXPECT_EQ(t.vecId[0], 0.0f);
-  EXPECT_EQ(t.vecLogId[0], 0.0f);
   EXPECT_CLOSE(t.vecEd[0], (260.0f - 147.26f) * 34.7f / 1000.0f);
   // The water above the ground loads the first row: 5 x 17 + 10 x 9.81.
   EXPECT_CLOSE(t.vecSigmaV[0], 85.0f + 98.1f);
 
-  // Without the feeler correction Po is A' as it stands: no step above Uo, and Id = 0.001.
+  // Without the feeler correction the real Id still takes the corrected Po: 107.75.
   o.blnFeeler = false;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
-  EXPECT_EQ(t.vecPo[0], 115.0f);
-  EXPECT_EQ(t.vecId[0], 0.0f);  // hidden again by the 1.05 rule
-  // The real Id always takes the corrected Po: 1.05 x 115 - 0.05 x 260 = 107.75.
   EXPECT_CLOSE(t.vecIdReal[0], static_cast<float>((260.0 - 107.75) / (107.75 - 147.15)));
-}
-
-TEST(DmtEvalEdgeCases, PoAtOrBelowZeroAfterTheFeelerIsCutToZero) {
-  // A' = 100 - 115 + 15 = 0 without the feeler: Po 0, so no Id, no Ed, no gamma.
-  cls_DmtTEST t = makeTest({{1.0f, 100, 500, 0}, {1.2f, 100, 500, 0}});
-  t.sngZMAB = 115;
-  t.blnZEditable = true;
-  DMTOptions o;
-  o.blnFeeler = false;
-  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
-  EXPECT_EQ(t.vecCODREAD[0], 100);
-  EXPECT_EQ(t.vecPo[0], 0.0f);
-  EXPECT_EQ(t.vecEd[0], 0.0f);
-  EXPECT_EQ(t.vecGamma[0], 0.0f);
-  EXPECT_EQ(t.getSoilType(0), 0);
-  // The zero unit weight feeds the next increment.
-  EXPECT_EQ(t.vecSigmaV[1], t.vecSigmaV[0]);
 }
 
 TEST(DmtEvalEdgeCases, KdAtTheCapShowsAsHundred) {
@@ -237,13 +140,8 @@ TEST(DmtEvalEdgeCases, KdAtTheCapShowsAsHundred) {
   cls_DmtTEST t = makeTest({{0.1f, 1000, 1500, 0}, {3.0f, 400, 900, 0}});
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
   EXPECT_EQ(t.vecKd[0], 100.0f);
-  EXPECT_GT(t.vecKd[1], 10.0f);
-  EXPECT_LT(t.vecKd[1], 99.9f);
-  // Above Kd 10 one Rm serves every Id: 0.32 + 0.946774 ln Kd.
-  for (size_t r = 0; r < 2; ++r) {
-    const double kd = r == 0 ? 99.9 : t.vecKd[1];
-    EXPECT_CLOSE(t.vecM[r], static_cast<float>(t.vecEd[r] * (0.32 + 0.946774 * std::log(kd)))) << r;
-  }
+  // Above Kd 10 one Rm serves every Id, taken at the clipped 99.9: 0.32 + 0.946774 ln Kd.
+  EXPECT_CLOSE(t.vecM[0], static_cast<float>(t.vecEd[0] * (0.32 + 0.946774 * std::log(99.9))));
 }
 
 TEST(DmtEvalEdgeCases, IdExactlyAtTheLimitIsAClay) {
@@ -257,15 +155,10 @@ TEST(DmtEvalEdgeCases, IdExactlyAtTheLimitIsAClay) {
   o.sngIdLimit = id;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
   EXPECT_GT(t.vecCu[0], 0.0f);
-  EXPECT_GT(t.vecKo[0], 0.0f);
-  EXPECT_GT(t.vecOCR[0], 0.0f);
   EXPECT_EQ(t.vecPhi[0], 0.0f);
-
   o.sngIdLimit = std::nextafter(id, 0.0f);
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
   EXPECT_EQ(t.vecCu[0], 0.0f);
-  EXPECT_EQ(t.vecKo[0], 0.0f);
-  EXPECT_EQ(t.vecOCR[0], 0.0f);
   EXPECT_GT(t.vecPhi[0], 0.0f);
 }
 
@@ -274,15 +167,8 @@ TEST(DmtEvalEdgeCases, FirstRowStressIgnoresTheStepAndLaterRowsUseIt) {
   t.sngGammaTop = 18.0f;
   t.sngDeltaZ = 0.25f;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
-  EXPECT_CLOSE(t.vecSigmaV[0], 54.0f);
-  EXPECT_CLOSE(t.vecSigmaV[1], 54.0f + t.vecGamma[0] * 0.25f);
-  t.blnZEditable = true;  // irregular depths take the true depth difference
-  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
-  EXPECT_CLOSE(t.vecSigmaV[1], 54.0f + t.vecGamma[0] * 0.5f);
-
   // Water standing 1.5 m above the ground loads the first row; its density scales the column.
   t.sngZw = -1.5f;
-  t.blnZEditable = false;
   DMTOptions o;
   o.sngGammaWater = 1.03f;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
@@ -291,36 +177,14 @@ TEST(DmtEvalEdgeCases, FirstRowStressIgnoresTheStepAndLaterRowsUseIt) {
   EXPECT_CLOSE(t.vecSigmaV[1], t.vecSigmaV[0] + t.vecGamma[0] * 1.03f * 0.25f);
 }
 
-TEST(DmtEvalEdgeCases, FilteredRowKeepsUdGammaAndPressuresButNoSoilType) {
-  cls_DmtTEST t = makeTest({{5.0f, 250, 390, 100}});
-  DMTOptions o;
-  o.sngFilterId = 1.0f;  // the row's Id is 0.37
-  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
-  EXPECT_GT(t.vecUd[0], 0.0f);
-  EXPECT_GT(t.vecGamma[0], 0.0f);
-  EXPECT_GT(t.vecPo[0], 0.0f);
-  EXPECT_EQ(t.vecP1[0], 350.0f);
-  EXPECT_EQ(t.getSoilType(0), 0);
-  for (Vec v : {&T::vecId, &T::vecEd, &T::vecKd, &T::vecKo, &T::vecSigmah, &T::vecOCR, &T::vecM, &T::vecCu,
-                &T::vecPhi, &T::vecLogId})
-    EXPECT_EQ((t.*v)[0], 0.0f);
-}
-
 TEST(DmtEvalEdgeCases, EachFilterDropsOnlyRowsBelowItsThreshold) {
   // Row 0 a clay (Id 0.37, Ed 3.1, Kd 3.7, OCR 2.6), row 1 a sand (Id 4.4, Ed 22, Kd 2.1, OCR 0).
   cls_DmtTEST t = makeTest({{5.0f, 250, 390, 0}, {5.2f, 180, 840, 0}});
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
   const float id0 = t.vecId[0], ed0 = t.vecEd[0], kd0 = t.vecKd[0], ocr0 = t.vecOCR[0];
-  ASSERT_GT(ocr0, 0.8f);
-  ASSERT_EQ(t.vecOCR[1], 0.0f);
 
-  const struct {
-    float DMTOptions::*field;
-    float threshold;
-    bool row0Dropped, row1Dropped;
-  } cases[] = {
-      {&DMTOptions::sngFilterId, id0 + 0.01f, true, false},  {&DMTOptions::sngFilterId, id0, false, false},
-      {&DMTOptions::sngFilterEd, ed0 + 0.01f, true, false},  {&DMTOptions::sngFilterKd, kd0 + 0.01f, true, true},
+  const struct { float DMTOptions::*field; float threshold; bool row0Dropped, row1Dropped; } cases[] = {
+      {&DMTOptions::sngFilterId, id0, false, false},  {&DMTOptions::sngFilterEd, ed0 + 0.01f, true, false},
       {&DMTOptions::sngFilterKd, kd0, false, true},
       {&DMTOptions::sngFilterOCR, ocr0 + 0.01f, true, false},  // an OCR of 0 is not filtered
   };
@@ -330,7 +194,6 @@ TEST(DmtEvalEdgeCases, EachFilterDropsOnlyRowsBelowItsThreshold) {
     ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
     EXPECT_EQ(t.vecEd[0] == 0.0f, c.row0Dropped) << c.threshold;
     EXPECT_EQ(t.vecEd[1] == 0.0f, c.row1Dropped) << c.threshold;
-    EXPECT_EQ(t.getSoilType(0) == 0, c.row0Dropped);
   }
 
   // The OCR filter judges the value before the reduction factor, which scales only the store.
@@ -347,173 +210,31 @@ TEST(DmtEvalEdgeCases, LogIdIsZeroAtItsBounds) {
   DMTOptions o;
   o.blnFeeler = false;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
-  EXPECT_EQ(t.vecId[0], 0.1f);
-  EXPECT_EQ(t.vecLogId[0], 0.0f);
-  EXPECT_GT(t.vecLogId[1], 0.0f);  // Id 0.101
-  EXPECT_EQ(t.vecId[2], 99.9f);    // (1960 - 16) / 16, clipped
-  EXPECT_EQ(t.vecLogId[2], 0.0f);
-}
-
-TEST(DmtEvalEdgeCases, ProfilesReplaceChartWeightAndHydrostaticPressure) {
-  cls_DmtTEST t = makeTest({{2.0f, 300, 700, 0}, {2.2f, 0, 0, 0}, {2.4f, 300, 700, 0}});
-  cls_GAMMA g;
-  g.setMethod(2);
-  g.setN(1);
-  g.setZi(0, 1.0f);
-  g.setYi(0, 19.5f);
-  cls_U u;
-  u.setMethod(1);
-  u.setN(1);
-  u.setZi(0, 2.0f);
-  u.setUi(0, 50.0f);
-  ASSERT_TRUE(t.evalDMT(g, u, DMTOptions()));
-  EXPECT_EQ(t.vecGamma[0], 19.5f);
-  EXPECT_EQ(t.vecGamma[1], 0.0f);  // no reading, no unit weight
-  EXPECT_EQ(t.vecUo[0], 50.0f);
-  EXPECT_CLOSE(t.vecUo[2], 50.0f + 0.4f * 9.81f);
-}
-
-TEST(DmtEvalEdgeCases, RealValuesAreUnclippedAndTrackTheMinima) {
-  // Row 1 has B below A: negative real Ed and Id; row 2 a C that puts Ud out of range.
-  cls_DmtTEST t = makeTest({{1.0f, 300, 700, 0}, {1.2f, 300, 250, 0}, {1.4f, 300, 700, 900}});
-  t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions());
-  EXPECT_LT(t.getEdReal(1), 0.0f);
-  EXPECT_LT(t.getIdReal(1), 0.0f);
-  EXPECT_EQ(t.vecEd[1], 0.0f);
-  EXPECT_EQ(t.sngMinEdRow, 1.0f);
-  EXPECT_EQ(t.sngMinEd, t.getEdReal(1));
-  EXPECT_EQ(t.sngMinIdRow, 1.0f);
-  EXPECT_TRUE(t.blnUdOutOfRange);
-}
-
-TEST(DmtEvalRobustness, EmptyRecordLeavesTheVectorsAlone) {
-  cls_DmtTEST t;
-  t.vecPo = {7.0f};
-  EXPECT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
-  EXPECT_EQ(t.vecPo, std::vector<float>{7.0f});
-  EXPECT_TRUE(t.vecIdReal.empty());
-}
-
-TEST(DmtEvalRobustness, ShortRowArrayStopsAtTheFailingRow) {
-  cls_DmtTEST t = makeTest({{1.0f, 300, 700, 0}, {1.2f, 300, 700, 0}, {1.4f, 300, 700, 0}});
-  t.vA.resize(2);
-  EXPECT_FALSE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
-  EXPECT_GT(t.vecEd[1], 0.0f);
-  EXPECT_EQ(t.vecEd[2], 0.0f);
-  EXPECT_EQ(t.vecSigmaV[2], 0.0f);
-  EXPECT_EQ(t.vecCODREAD[2], 0);
-}
-
-TEST(DmtEvalRobustness, HostileInputsGiveOnlyFiniteResults) {
-  const float inf = std::numeric_limits<float>::infinity();
-  const float nan = std::numeric_limits<float>::quiet_NaN();
-  const float big = std::numeric_limits<float>::max();
-  for (int variant = 0; variant < 8; ++variant) {
-    cls_DmtTEST t = makeTest({{0.0f, 32767, -32768, 32767},
-                              {0.2f, -32768, 32767, -32768},
-                              {0.4f, 32767, 32767, 1},
-                              {0.6f, 1, 32767, 0},
-                              {0.8f, -1, -1, -1},
-                              {1e30f, 32767, 32767, 32767},
-                              {nan, 300, 700, 100},
-                              {inf, 300, 700, 100},
-                              {-inf, 300, 700, 100}});
-    DMTOptions o;
-    switch (variant) {
-      case 0: t.setFactorEd(0.0f); break;
-      case 1: t.sngZw = big; break;
-      case 2: t.sngZw = -big; t.sngGammaTop = big; break;
-      case 3: t.sngZMAB = big; t.sngZMC = -big; break;
-      case 4: t.setFactorEd(1.2e38f); t.sngDeltaZ = big; o.sngGammaWater = big; break;
-      case 5: o.sngK0N = -3; o.sngOCRN = -50; o.sngCuM = big; o.sngRMN = 80; o.blnRmPersonal = true; break;
-      case 6: t.setFactorEd(120.0f / (3.14159265f * 0.05f)); break;  // coefficients blow up
-      case 7: t.blnZEditable = true; o.sngFactorOCR = big; o.sngCuN = nan; break;
-    }
-    cls_GAMMA g;
-    g.setMethod(variant % 2 ? 2 : 0);
-    g.setN(2);
-    g.setZi(0, big);
-    g.setYi(0, -big);
-    g.setZi(1, -big);
-    g.setYi(1, big);
-    cls_U u;
-    u.setMethod(variant % 3 ? 1 : 0);
-    u.setN(1);
-    u.setZi(0, -big);
-    u.setUi(0, big);
-    t.evalDMT(g, u, o);
-    for (const auto* v : {&t.vecPo, &t.vecP1, &t.vecP2, &t.vecGamma, &t.vecSigmaEff, &t.vecSigmaV, &t.vecSigmah,
-                          &t.vecUo, &t.vecUd, &t.vecId, &t.vecLogId, &t.vecEd, &t.vecKd, &t.vecKo, &t.vecOCR,
-                          &t.vecM, &t.vecCu, &t.vecPhi, &t.vecIdReal, &t.vecEdReal, &t.vecUdReal}) {
-      ASSERT_EQ(v->size(), 9u);
-      for (float x : *v) EXPECT_TRUE(std::isfinite(x)) << "variant " << variant;
-    }
-    for (float z : {0.0f, 0.3f, 1e30f, nan, inf})
-      EXPECT_TRUE(std::isfinite(t.getMhFromZ(z)) && std::isfinite(t.getSigmaEffVFromZ(z)));
-    EXPECT_TRUE(std::isfinite(t.sngMinEd) && std::isfinite(t.sngMinId));
-  }
+  EXPECT_EQ(t.vecLogId, (std::vector<float>{0.0f, t.vecLogId[1], 0.0f}));  // Id 0.1, 0.101, 99.9 (clipped)
+  EXPECT_GT(t.vecLogId[1], 0.0f);
 }
 
 // --- The chart of soil codes ---------------------------------------------------------------
 
-TEST(SoilChartCodes, ColumnsSplitAtTheirLowerBounds) {
-  // Ed 500 MPa lies above every line: row 5.
-  const struct {
-    float id;
-    int code;
-  } cases[] = {{0.1f, 5},  {0.3299f, 5}, {0.33f, 10}, {0.5999f, 10}, {0.6f, 15}, {0.7999f, 15}, {0.8f, 20},
-               {1.1999f, 20}, {1.2f, 25}, {1.7999f, 25}, {1.8f, 30}, {3.2999f, 30}, {3.3f, 35}, {9.0f, 35}};
-  for (const auto& c : cases) EXPECT_EQ(soilChartCode(c.id, 500.0f), c.code) << c.id;
-}
-
 TEST(SoilChartCodes, RowsSplitOnTheLines) {
   // At Id 1 the lines are 10 ^ a: 54.576, 103.039, 194.536, 366.438 (column 4).
   const double lines[] = {54.575786, 103.038612, 194.536008, 366.437575};
-  EXPECT_EQ(soilChartCode(1.0f, 5.3f), 16);
   for (int k = 0; k < 4; ++k) {
     EXPECT_EQ(soilChartCode(1.0f, static_cast<float>(lines[k] * 0.9999 / 10)), 16 + k) << k;
     EXPECT_EQ(soilChartCode(1.0f, static_cast<float>(lines[k] * 1.0001 / 10)), 17 + k) << k;
   }
 }
 
-TEST(SoilChartCodes, SmallIdReadsTheLinesAtPointOne) {
-  // At 0.1 the first two lines are 14.19 and 24.66; at 0.05 they'd be 9.46 and 16.03.
-  EXPECT_EQ(soilChartCode(0.05f, 2.0f), 2);
-  EXPECT_EQ(soilChartCode(0.0f, 2.0f), 2);
-}
-
 TEST(SoilChartCodes, VerySoftSoilsBelowTwelve) {
   EXPECT_EQ(soilChartCode(0.0999f, 1.19f), 36);
-  EXPECT_EQ(soilChartCode(0.1f, 1.19f), 37);
   EXPECT_EQ(soilChartCode(2.5f, 1.19f), 37);
   EXPECT_EQ(soilChartCode(0.05f, 1.2f), 1);  // 12 is no longer very soft
 }
 
-TEST(SoilChartCodes, UnitWeightsAndStringsOfEachCode) {
-  const struct {
-    int code;
-    float weight;
-    int string;
-  } cases[] = {{1, 1.6f, 3800},  {4, 1.9f, 3800},   {5, 2.05f, 3800}, {6, 1.6f, 3801},  {10, 2.05f, 3801},
-               {11, 1.6f, 3802}, {14, 1.95f, 3802}, {15, 2.1f, 3802}, {19, 1.95f, 3803}, {25, 2.1f, 3804},
-               {26, 1.7f, 3805}, {28, 1.9f, 3805},  {30, 2.15f, 3805}, {31, 1.7f, 3806}, {34, 2.0f, 3806},
-               {35, 2.15f, 3806}, {36, 1.4f, 3807}, {37, 1.5f, 3808},  {0, 0.0f, 0},     {38, 0.0f, 0},
-               {-1, 0.0f, 0}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(soilChartUnitWeight(c.code), c.weight) << c.code;
-    EXPECT_EQ(soilChartStringId(c.code), c.string) << c.code;
-    EXPECT_EQ(cls_DmtTEST::getDescrGammaStringId(c.code), c.string) << c.code;
-  }
-}
-
 TEST(SoilChartThrust, PlaneAngleAndKo) {
-  EXPECT_EQ(thrustPhiPlane(1.0, 0.0), 0.0);
   EXPECT_EQ(thrustPhiPlane(1.0, -5.0), 0.0);
-  EXPECT_NEAR(thrustPhiPlane(1.0, 35.0), 34.014662, 1e-5);
   EXPECT_NEAR(thrustPhiPlane(0.5, 38.0), 35.962933, 1e-5);
-  EXPECT_TRUE(std::isfinite(thrustPhiPlane(0.0, 30.0)));
   EXPECT_EQ(thrustK0(1.19f, 3.0, 30.0), 0.0);
-  EXPECT_EQ(thrustK0(2.0f, 3.0, 0.0), 0.0);
   EXPECT_NEAR(thrustK0(1.2f, 3.0, 30.0), 0.7402384, 1e-6);  // phi <= 32 used as is
   EXPECT_NEAR(thrustK0(2.0f, 5.0, 41.0), 0.6911290, 1e-6);  // 41 -> 38
 }

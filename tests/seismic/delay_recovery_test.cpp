@@ -19,13 +19,12 @@ struct Case {
   float z;
 };
 
-std::vector<Case> grid(bool coarseVp = true) {
+std::vector<Case> grid() {
   std::vector<Case> cases;
   for (float tcamp : {50.0f, 100.0f, 200.0f, 400.0f})
     for (float z : {2.0f, 8.0f, 20.0f}) {
       for (double v : {80.0, 120.0, 200.0, 300.0, 450.0, 600.0}) cases.push_back({0, tcamp, v, z});
-      if (coarseVp || tcamp <= 200)
-        for (double v : {300.0, 500.0, 800.0, 1200.0, 1600.0, 2000.0}) cases.push_back({1, tcamp, v, z});
+      for (double v : {300.0, 500.0, 800.0, 1200.0, 1600.0, 2000.0}) cases.push_back({1, tcamp, v, z});
     }
   return cases;
 }
@@ -70,37 +69,6 @@ TEST(EvalV, CleanStrikesGiveTheirDelayToTheResolutionOfTheUpSampling) {
   }
 }
 
-TEST(EvalV, NoisyStrikesGiveTheirVelocityWithinAFewPercent) {
-  // Noise of one count against a wavelet of 60 counts, whole counts, over the whole trace.
-  for (const auto& c : grid(false)) {
-    SCOPED_TRACE(testing::Message() << "wave " << c.waveType << " tcamp " << c.tcamp << " v " << c.velocity << " z "
-                                    << c.z);
-    for (uint32_t seed : {1u, 2u}) {
-      auto s = settings(c);
-      s.seed = seed;
-      auto r = koru::synth::makeSyntheticStrike(s);
-      r.set_elabString("5,180;0;0,0");
-      r.evalV();
-      EXPECT_LE(std::fabs(r.V() - c.velocity), (c.waveType == 0 ? 0.03 : 0.10) * c.velocity) << r.V();
-    }
-  }
-}
-
-TEST(EvalV, DefaultShearElaborationFindsTheVelocityWithTheBiasOfItsWindow) {
-  // The automatic window ends where channel 2's main half wave ends, cutting its tail: the delay
-  // comes out a little short and the velocity a few percent high, never low.
-  for (const auto& c : grid(false)) {
-    if (c.waveType != 0) continue;
-    SCOPED_TRACE(testing::Message() << "tcamp " << c.tcamp << " v " << c.velocity << " z " << c.z);
-    auto r = koru::synth::makeSyntheticStrike(settings(c));
-    r.setDefaultElabParameters();
-    ASSERT_EQ(r.get_elabString(), "5,180;4;0,0");
-    r.evalV();
-    EXPECT_GE(r.V(), c.velocity * 0.99);
-    EXPECT_LE(r.V(), c.velocity * 1.12);
-  }
-}
-
 TEST(EvalV, ChannelTwoSampledLaterAddsItsLagToTheDelay) {
   StrikeSettings s;
   s.noise = 0;
@@ -114,7 +82,6 @@ TEST(EvalV, ChannelTwoSampledLaterAddsItsLagToTheDelay) {
   lagged.evalV();
   EXPECT_FLOAT_EQ(lagged.rawDelay(), base.rawDelay());
   EXPECT_NEAR(lagged.DeltaT(), base.DeltaT() + 0.04, 1e-6);
-  EXPECT_LT(lagged.V(), base.V());
 }
 
 }  // namespace
