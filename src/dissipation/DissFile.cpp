@@ -22,6 +22,7 @@
 #include "frame/InputFields.h"
 #include "frame/LoadResult.h"
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 #include "frame/TextCodec.h"
 
 namespace koru {
@@ -30,19 +31,7 @@ namespace {
 
 const std::string kCrLf = "\r\n";
 
-std::string_view trimBlanks(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
-
-bool isBlankText(std::string_view s) { return trimBlanks(s).empty(); }
-
-std::string upper(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
+bool isBlankText(std::string_view s) { return trimmed(s).empty(); }
 
 std::string padLeft(std::string text, size_t width) {
   if (text.size() < width) text.insert(0, width - text.size(), ' ');
@@ -66,7 +55,7 @@ std::string quotedText(std::string_view text) {
 // A start date or time, which stands without quotes: a line break would split the line, and the
 // reader drops blanks around an unquoted value, so the file never holds them.
 std::string bare(std::string_view text) {
-  std::string clean(trimBlanks(text));
+  std::string clean(trimmed(text));
   for (char& c : clean)
     if (c == '\r' || c == '\n') c = ' ';
   return clean;
@@ -102,7 +91,7 @@ DissItem cls_DissTEST::parseItem(std::string_view field) {
   while (pos < field.size()) {
     const size_t eq = field.find('=', pos);
     if (eq == std::string_view::npos) break;
-    item.name = std::string(trimBlanks(field.substr(pos, eq - pos)));
+    item.name = std::string(trimmed(field.substr(pos, eq - pos)));
     size_t p = eq + 1;
     while (p < field.size() && (field[p] == ' ' || field[p] == '\t')) ++p;
     if (p < field.size() && field[p] == '"') {
@@ -119,7 +108,7 @@ DissItem cls_DissTEST::parseItem(std::string_view field) {
 }
 
 bool cls_DissTEST::setField(std::string_view name, std::string_view value) {
-  const std::string key = upper(name);
+  const std::string key = upperAscii(name);
   if (key == "FIRM") {
     Firm = value;
   } else if (key == "CUSTOMER") {

@@ -4,7 +4,6 @@
 #include "dmt/Thrust.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -14,6 +13,7 @@
 #include "dmt/cls_DmtTEST.h"
 #include "frame/Files.h"
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 #include "frame/TextLines.h"
 #include "frame/TextCodec.h"
 
@@ -52,18 +52,6 @@ constexpr std::string_view kKeyThrustUnits = "THRUST UNITS";
 
 // A row's depth matches a file depth closer than this.
 constexpr double kDepthMatch = 0.005;
-
-std::string_view trimmed(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
-
-std::string upperAscii(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
 
 // A text value on one line of its own: a line break inside it would end the head early.
 std::string lineText(std::string_view text) {

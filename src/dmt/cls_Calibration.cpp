@@ -11,6 +11,7 @@
 #include "frame/Files.h"
 #include "frame/LoadResult.h"
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 #include "frame/TextCodec.h"
 #include "frame/TextLines.h"
 
@@ -24,18 +25,6 @@ constexpr size_t kMaxCalibrations = 32767;  // N is 16-bit
 constexpr int kDeltaALow = 5, kDeltaAHigh = 30;
 constexpr int kDeltaBLow = 5, kDeltaBHigh = 80;
 constexpr int kSpreadBelow = 26;
-
-std::string_view trim(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return s;
-}
-
-std::string upper(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
 
 // A delta is a whole kPa; a written decimal is rounded with halves to even.
 std::optional<int16_t> parseDelta(std::string_view text) {
@@ -70,8 +59,8 @@ Parsed parseLine(std::string_view line) {
     start = comma + 1;
     const size_t eq = part.find('=');
     if (eq == std::string_view::npos) continue;
-    const std::string key = upper(trim(part.substr(0, eq)));
-    const std::string_view value = trim(part.substr(eq + 1));
+    const std::string key = upperAscii(trimmed(part.substr(0, eq)));
+    const std::string_view value = trimmed(part.substr(eq + 1));
     if (key == "DELTAA") {
       p.sawDeltaA = true;
       p.deltaAText.assign(value);
@@ -150,7 +139,7 @@ LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std:
   std::string_view current;
   while (nextLine(text, pos, current)) {
     ++line;
-    if (trim(current).empty()) continue;
+    if (trimmed(current).empty()) continue;
     const Parsed p = parseLine(current);
     if (!p.deltaA || !p.deltaB) {
       // A calibration without both deltas is no calibration: it is left out so that it does not

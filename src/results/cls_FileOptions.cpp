@@ -1,24 +1,18 @@
 #include "results/cls_FileOptions.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <limits>
 #include <utility>
 
 #include "frame/Files.h"
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 #include "sites/cls_VERTICAL.h"
 
 namespace koru {
 
 namespace {
-
-std::string upperAscii(std::string_view text) {
-  std::string out(text);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
 
 void report(std::vector<Diagnostic>* problems, Diagnostic why) {
   if (problems != nullptr) problems->push_back(std::move(why));

@@ -1,24 +1,14 @@
 #include "results/cls_statVars.h"
 
-#include <cctype>
 #include <cmath>
 #include <utility>
 
 #include "results/cls_FileOptions.h"
 #include "frame/Log.h"
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 
 namespace koru {
-
-namespace {
-
-std::string upperAscii(std::string_view text) {
-  std::string out(text);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
-
-}  // namespace
 
 void cls_statVars::calculate(const cls_FileOptions& view) {
   try {

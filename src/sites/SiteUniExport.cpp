@@ -1,7 +1,6 @@
 #include "sites/SiteUniExport.h"
 
 #include <array>
-#include <cctype>
 #include <exception>
 #include <optional>
 #include <system_error>
@@ -9,24 +8,13 @@
 #include "dmt/Thrust.h"
 #include "dmt/cls_DmtTEST.h"
 #include "frame/Files.h"
+#include "frame/Text.h"
 
 namespace koru {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string trimmed(std::string_view s) {
-  while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
-  while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
-  return std::string(s);
-}
-
-std::string upperAscii(std::string_view s) {
-  std::string out(s);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
 
 // UTF-8 text to a path, the same on every platform.
 fs::path utf8Path(const std::string& text) { return fs::path(std::u8string(text.begin(), text.end())); }
@@ -66,11 +54,11 @@ void exportVertical(const cls_VERTICAL& vertical, const fs::path& folder, const 
     result.problems.push_back(why);
   }
 
-  std::string name = trimmed(test.strTstname);
+  std::string name(trimmed(test.strTstname));
   if (!isUsableFileName(name)) {
     const std::optional<std::string> answer =
         strings.prompts().inputBox(strings.getStringX(kStrUniBadTestName, name), "", name);
-    const std::string given = answer ? trimmed(*answer) : std::string();
+    const std::string given(answer ? trimmed(*answer) : std::string_view());
     if (given.empty()) {
       result.skipped.push_back(vertical.strFolderName);
       return;
