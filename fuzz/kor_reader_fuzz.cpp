@@ -12,15 +12,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   koru::cls_SEISMOGRAM r;
   const bool loaded = r.parseFile({reinterpret_cast<const char*>(data), size}, "in.kor").complete();
   if (r.vG1r().size() != static_cast<size_t>(r.intN())) std::abort();
-  // The lag search grows with the square of the length, too slow under the sanitizers for long
-  // records: the unit tests evaluate those.
-  if (r.intN() <= 4096) {
-    r.set_elabString("5,180;4;0,0");
-    if (r.evalV() && !std::isfinite(r.DeltaT()) && r.V() != 0) std::abort();  // no velocity from an absurd delay
-    r.setDefaultElabParameters();
-    r.evalV();
-    (void)r.Evaluate_Frequency(1);
-  }
+  // The lag search grows with the square of the length and a long text takes long to write under
+  // the sanitizers: the unit tests evaluate and write long records.
+  if (r.intN() > 4096) return 0;
+  r.set_elabString("5,180;4;0,0");
+  if (r.evalV() && !std::isfinite(r.DeltaT()) && r.V() != 0) std::abort();  // no velocity from an absurd delay
+  r.setDefaultElabParameters();
+  r.evalV();
+  (void)r.Evaluate_Frequency(1);
   const std::string text = r.fileText();
   koru::cls_SEISMOGRAM back;
   if (loaded && (!back.parseFile(text, "out.kor").complete() || back.fileText() != text)) std::abort();
