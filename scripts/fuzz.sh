@@ -84,7 +84,10 @@ for i in "${!targets[@]}"; do
     find "$corpus" -mindepth 1 -delete
     cp "$merged"/* "$corpus"/ 2>/dev/null || true
     rm -rf "$merged"
-    echo "   corpus now $(find "$corpus" -type f | wc -l) files, $(du -sk "$corpus" | cut -f1) KB"
+    files=$(find "$corpus" -type f | wc -l)
+    kb=$(du -sk "$corpus" | cut -f1)
+    echo "   corpus now $files files, $kb KB"
+    if [ "$files" -gt 30 ] || [ "$kb" -gt 100 ]; then echo "   (larger than 30 files or 100 KB: worth a look before committing)"; fi
   fi
   line="$target: ${executions:-?} executions (${rate:-?}/s), $result; $slow"
   echo "   $line"
