@@ -92,15 +92,6 @@ void SeismicFilters::run(const Coefficients& c, const float* x, float* y, size_t
 
 // ---- The filter stage of a record -------------------------------------------------------------
 
-void cls_SEISMOGRAM::resetFilteredExtremes() {
-  sumG1f_ = 0;
-  sumG2f_ = 0;
-  minG1f_ = 100000;
-  maxG1f_ = -100000;
-  minG2f_ = 100000;
-  maxG2f_ = -100000;
-}
-
 void cls_SEISMOGRAM::filterSeismogramManager() { filterStage(); }
 
 bool cls_SEISMOGRAM::filterStage() {

@@ -85,12 +85,11 @@ std::string headerLine(std::string_view key, std::string_view value) {
 
 }  // namespace
 
-int16_t cls_SEISMOGRAM::loadHeaderLines(std::string_view text, size_t& pos, int& lineNo, Diagnostic* why,
-                                        const std::filesystem::path& path) {
-  auto fail = [&](std::string reason) -> int16_t {
+LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, int& lineNo,
+                                           const std::filesystem::path& file) {
+  auto fail = [&](std::string reason) {
     logLine(reason);
-    if (why) *why = {path, lineNo, std::move(reason)};
-    return 1;
+    return LoadResult::fail(LoadStatus::Partial, {file, lineNo, std::move(reason)});
   };
   auto integer = [&](std::string_view value, int16_t& field) -> bool {
     const auto v = toInt16(static_cast<double>(parseSingle(value)));
@@ -163,65 +162,71 @@ int16_t cls_SEISMOGRAM::loadHeaderLines(std::string_view text, size_t& pos, int&
   // Every time and rate of the elaboration divides by the sample time, and the file keeps it in
   // whole microseconds: below 1 us it is no sample time of this probe.
   if (!(sngTcamp >= 1)) return fail("the sample time is missing or below 1 us");
-  return 0;
+  return {};
 }
 
-int16_t cls_SEISMOGRAM::loadHeaderSeismogram(const std::filesystem::path& path, Diagnostic* why) {
-  const auto bytes = readFileBytes(path, why);
-  if (!bytes) return 1;
-  const std::string text = cp1252ToUtf8(*bytes);
+LoadResult cls_SEISMOGRAM::parseHeader(std::string_view bytes, const std::filesystem::path& file) {
+  const std::string text = cp1252ToUtf8(bytes);
   size_t pos = 0;
   int lineNo = 0;
-  return loadHeaderLines(text, pos, lineNo, why, path);
+  return readHeaderLines(text, pos, lineNo, file);
 }
 
-int16_t cls_SEISMOGRAM::loadFile(const std::filesystem::path& path, Diagnostic* why) {
-  const auto bytes = readFileBytes(path, why);
-  if (!bytes) return 1;
-  const std::string text = cp1252ToUtf8(*bytes);
+LoadResult cls_SEISMOGRAM::parseFile(std::string_view bytes, const std::filesystem::path& file) {
+  const std::string text = cp1252ToUtf8(bytes);
   size_t pos = 0;
   int lineNo = 0;
-  if (loadHeaderLines(text, pos, lineNo, why, path) != 0) return 1;
-  if (intN_ <= 0) {
-    if (why) *why = {path, 0, "the file holds no samples"};
-    return 1;
-  }
+  if (LoadResult header = readHeaderLines(text, pos, lineNo, file); !header.complete()) return header;
+  if (intN_ <= 0) return LoadResult::fail(LoadStatus::Partial, {file, 0, "the file holds no samples"});
 
   resetExtremes();
   g1r_.assign(static_cast<size_t>(intN_), 0.0f);
   g2r_.assign(static_cast<size_t>(intN_), 0.0f);
 
-  const int32_t start = startupSamples();
   std::string_view line;
   int i = 0;
   while (nextLine(text, pos, line)) {
     ++lineNo;
     if (trimBlanks(line).empty()) continue;
     if (i >= intN_) {
-      if (why) *why = {path, lineNo, "more sample lines than NSamples"};
-      return 1;
+      tallyRaw(i);
+      return LoadResult::fail(LoadStatus::Partial, {file, lineNo, "more sample lines than NSamples"});
     }
     const size_t blank = line.find(' ');
     const std::string_view first = trimBlanks(line.substr(0, blank));
     const std::string_view second =
         blank == std::string_view::npos ? std::string_view() : trimBlanks(line.substr(blank));
-    const float a = parseSingle(first);
-    const float b = parseSingle(second);
-    const auto at = static_cast<size_t>(i);
-    g1r_[at] = a;
-    g2r_[at] = b;
-    sumG1r_ += static_cast<double>(a);
-    sumG2r_ += static_cast<double>(b);
-    if (i > start) {
-      if (a < minG1r_) minG1r_ = a;
-      if (a > maxG1r_) maxG1r_ = a;
-      if (b < minG2r_) minG2r_ = b;
-      if (b > maxG2r_) maxG2r_ = b;
-    }
+    g1r_[static_cast<size_t>(i)] = parseSingle(first);
+    g2r_[static_cast<size_t>(i)] = parseSingle(second);
     ++i;
   }
+  // Lines missing at the end leave zeros that are not counted: the extremes are of what was read.
+  tallyRaw(i);
   calcMeansAndVoltage();
-  return 0;
+  return {};
+}
+
+namespace {
+
+// The status the load operations have always returned: 0 read, 1 failed.
+int16_t loadStatus(const LoadResult& result, Diagnostic* why) {
+  if (result.complete()) return 0;
+  if (why) *why = result.why;
+  return 1;
+}
+
+}  // namespace
+
+int16_t cls_SEISMOGRAM::loadHeaderSeismogram(const std::filesystem::path& path, Diagnostic* why) {
+  const auto bytes = readFileBytes(path, why);
+  if (!bytes) return 1;
+  return loadStatus(parseHeader(*bytes, path), why);
+}
+
+int16_t cls_SEISMOGRAM::loadFile(const std::filesystem::path& path, Diagnostic* why) {
+  const auto bytes = readFileBytes(path, why);
+  if (!bytes) return 1;
+  return loadStatus(parseFile(*bytes, path), why);
 }
 
 float cls_SEISMOGRAM::loadZ(const std::filesystem::path& path, Diagnostic* why) const {

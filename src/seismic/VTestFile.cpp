@@ -50,10 +50,10 @@ std::string fieldText(std::string_view text) {
 
 }  // namespace
 
-int16_t cls_VTEST::readIndexText(std::string_view bytes, Diagnostic* why) {
+LoadResult cls_VTEST::parseIndex(std::string_view bytes, const std::filesystem::path& file) {
   strikes.Clear();
   std::vector<cls_zSTRIKES> read;
-  int16_t status = 0;
+  LoadResult result;
   size_t pos = 0;
   int lineNo = 0;
   std::string_view line;
@@ -62,16 +62,17 @@ int16_t cls_VTEST::readIndexText(std::string_view bytes, Diagnostic* why) {
     if (isBlank(line)) continue;
     const auto f = splitFields(line);
     if (f.size() < kFieldCount) {
-      if (why)
-        *why = {indexFile_, lineNo,
-                "only " + std::to_string(f.size()) + " of the " + std::to_string(kFieldCount) + " fields of a depth"};
-      status = 1;
+      result = LoadResult::fail(LoadStatus::Partial,
+                                {file, lineNo,
+                                 "only " + std::to_string(f.size()) + " of the " + std::to_string(kFieldCount) +
+                                     " fields of a depth"});
       break;
     }
     const auto mean = toInt16(parseSingle(f[1]));
     if (!mean) {
-      if (why) *why = {indexFile_, lineNo, "mean velocity '" + cp1252ToUtf8(f[1].substr(0, 40)) + "' is out of range"};
-      status = 1;
+      result = LoadResult::fail(
+          LoadStatus::Partial,
+          {file, lineNo, "mean velocity '" + cp1252ToUtf8(f[1].substr(0, 40)) + "' is out of range"});
       break;
     }
     cls_zSTRIKES z;
@@ -92,7 +93,14 @@ int16_t cls_VTEST::readIndexText(std::string_view bytes, Diagnostic* why) {
   // long index from costing quadratic time, and each add then lands at the end.
   std::stable_sort(read.begin(), read.end(), [](const cls_zSTRIKES& a, const cls_zSTRIKES& b) { return a.Z < b.Z; });
   for (auto& z : read) strikes.add(std::move(z));
-  return status;
+  return result;
+}
+
+int16_t cls_VTEST::readIndexText(std::string_view bytes, Diagnostic* why) {
+  const LoadResult result = parseIndex(bytes, indexFile_);
+  if (result.complete()) return 0;
+  if (why) *why = result.why;
+  return 1;
 }
 
 int16_t cls_VTEST::loadInfo(Diagnostic* why) {

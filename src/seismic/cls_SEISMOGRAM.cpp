@@ -48,6 +48,14 @@ void copyInto(std::vector<float>& target, const std::vector<float>& source) {
   std::fill(target.begin() + static_cast<std::ptrdiff_t>(n), target.end(), 0.0f);
 }
 
+// One raw sample into its channel's running sum and, once past the start samples, its extremes.
+void tally(double& sum, float& mn, float& mx, float value, bool pastStart) {
+  sum += static_cast<double>(value);
+  if (!pastStart) return;
+  if (value < mn) mn = value;
+  if (value > mx) mx = value;
+}
+
 }  // namespace
 
 cls_SEISMOGRAM::cls_SEISMOGRAM() { setNoiseParameters(); }
@@ -113,6 +121,10 @@ void cls_SEISMOGRAM::resetExtremes() {
   maxG1r_ = 0;
   minG2r_ = 255;
   maxG2r_ = 0;
+  resetFilteredExtremes();
+}
+
+void cls_SEISMOGRAM::resetFilteredExtremes() {
   sumG1f_ = 0;
   sumG2f_ = 0;
   minG1f_ = 100000;
@@ -121,13 +133,18 @@ void cls_SEISMOGRAM::resetExtremes() {
   maxG2f_ = -100000;
 }
 
+void cls_SEISMOGRAM::tallyRaw(int count) {
+  const int32_t start = startupSamples();
+  for (int i = 0; i < count; ++i) {
+    const auto at = static_cast<size_t>(i);
+    tally(sumG1r_, minG1r_, maxG1r_, g1r_[at], i > start);
+    tally(sumG2r_, minG2r_, maxG2r_, g2r_[at], i > start);
+  }
+}
+
 void cls_SEISMOGRAM::storeSample(std::vector<float>& v, double& sum, float& mn, float& mx, float value, int i) {
   v[static_cast<size_t>(i)] = value;
-  sum += static_cast<double>(value);
-  if (i > startupSamples()) {
-    if (value < mn) mn = value;
-    if (value > mx) mx = value;
-  }
+  tally(sum, mn, mx, value, i > startupSamples());
 }
 
 bool cls_SEISMOGRAM::storeG1(float value, int i) {
@@ -146,19 +163,7 @@ void cls_SEISMOGRAM::prepareForEvalv() {
   // Walks the arrays as acquisition would have stored them. The raw sums keep what they held, so
   // a second call on the same record doubles the raw means: callers work on fresh records.
   resetExtremes();
-  const int32_t start = startupSamples();
-  for (int i = 0; i < intN_; ++i) {
-    const float a = g1r_[static_cast<size_t>(i)];
-    const float b = g2r_[static_cast<size_t>(i)];
-    sumG1r_ += static_cast<double>(a);
-    sumG2r_ += static_cast<double>(b);
-    if (i > start) {
-      if (a < minG1r_) minG1r_ = a;
-      if (a > maxG1r_) maxG1r_ = a;
-      if (b < minG2r_) minG2r_ = b;
-      if (b > maxG2r_) maxG2r_ = b;
-    }
-  }
+  tallyRaw(intN_);
   calcMeansAndVoltage();
 }
 

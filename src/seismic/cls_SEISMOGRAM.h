@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 #include "seismic/cls_Semionda.h"
 
 namespace koru {
@@ -89,7 +90,11 @@ class cls_SEISMOGRAM {
   void calcMeansAndVoltage();
 
   // ---- File -----------------------------------------------------------------------------------
-  // 0 read, 1 failed (what was read so far stays in the record).
+  // The bytes of a ".kor" file, whole or its header only; `file` names it in the diagnostic.
+  // Complete, or Partial: what was read before the fault stays in the record.
+  LoadResult parseFile(std::string_view bytes, const std::filesystem::path& file);
+  LoadResult parseHeader(std::string_view bytes, const std::filesystem::path& file);
+  // The same from disk: 0 read, 1 failed (what was read so far stays in the record).
   int16_t loadFile(const std::filesystem::path& path, Diagnostic* why = nullptr);
   int16_t loadHeaderSeismogram(const std::filesystem::path& path, Diagnostic* why = nullptr);
   // The depth written on a file's "Z [m]" line, without touching the record; 0 if none.
@@ -211,8 +216,10 @@ class cls_SEISMOGRAM {
  private:
   // "Vp" is a compression wave; any other word a shear wave.
   void setWaveType(std::string_view word) { intWaveType = word == "Vp" ? 1 : 0; }
-  int16_t loadHeaderLines(std::string_view text, size_t& pos, int& lineNo, Diagnostic* why,
-                          const std::filesystem::path& path);
+  LoadResult readHeaderLines(std::string_view text, size_t& pos, int& lineNo, const std::filesystem::path& file);
+  // Raw samples 0..count-1 of both channels into their running sums and, past the start samples,
+  // their extremes.
+  void tallyRaw(int count);
   void storeSample(std::vector<float>& v, double& sum, float& mn, float& mx, float value, int i);
   void resetFilteredExtremes();
   bool filterStage();

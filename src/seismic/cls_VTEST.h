@@ -26,6 +26,7 @@
 #include <vector>
 
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 #include "seismic/cls_STRIKES.h"
 #include "seismic/cls_zSTRIKES.h"
 
@@ -69,7 +70,10 @@ class cls_VTEST {
   // before it stay, and `why` tells the line. A caller that saves after a partial read should
   // keep the original aside first, as the rest of the file is not in memory.
   int16_t loadInfo(Diagnostic* why = nullptr);
-  // The same from the file's bytes (no file involved; `why` has no file name).
+  // The same from the index's bytes, `file` naming it in the diagnostic: Complete, or Partial
+  // where loadInfo gives 1.
+  LoadResult parseIndex(std::string_view bytes, const std::filesystem::path& file);
+  // parseIndex with the status of loadInfo (0 or 1), the index file naming the bytes.
   int16_t readIndexText(std::string_view bytes, Diagnostic* why = nullptr);
   // Writes the whole index anew (atomically: a failed write leaves the old file). An empty test
   // writes an empty file.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cctype>
 #include <limits>
-#include <set>
 #include <system_error>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "frame/TextLines.h"
 #include "frame/Log.h"
 #include "frame/TextCodec.h"
+#include "sites/SiteFile.h"
 
 namespace koru::FS {
 
@@ -25,23 +25,6 @@ constexpr int kMaxNumber = 999999999;
 
 void setWhy(Diagnostic* why, const fs::path& file, std::string reason) {
   if (why && why->reason.empty()) *why = Diagnostic{file, 0, std::move(reason)};
-}
-
-// A quoted, shortened form of a text read from a file, for messages.
-std::string shownText(std::string_view text) {
-  constexpr size_t kShown = 40;
-  std::string out = "'";
-  out += text.substr(0, kShown);
-  if (text.size() > kShown) out += "...";
-  out += "'";
-  return out;
-}
-
-std::string trimBlanks(std::string_view text) {
-  size_t begin = 0, end = text.size();
-  while (begin < end && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
-  while (end > begin && (text[end - 1] == ' ' || text[end - 1] == '\t')) --end;
-  return std::string(text.substr(begin, end - begin));
 }
 
 // The last name of a path, also when the path ends with a separator.
@@ -149,9 +132,12 @@ std::string siteDisplayName(const fs::path& siteFolderPath) {
   const std::string name = lastName(siteFolderPath);
   if (!folderNumber(name, kSitePrefix)) return "(ERROR) invalid sitename";
   if (!folderExists(siteFolderPath)) return "(ERROR) '" + name + "' not found";
-  auto lines = readTextLines(siteFolderPath / (name + ".dat"));
-  if (!lines) return "(ERROR) '" + name + ".dat not found";
-  return lines->empty() ? std::string() : lines->front();
+  const fs::path siteFile = siteFolderPath / (name + ".dat");
+  const auto bytes = readFileBytes(siteFile);
+  if (!bytes) return "(ERROR) '" + name + ".dat not found";
+  SiteFile site;
+  site.parse(*bytes, siteFile);
+  return site.name;
 }
 
 std::vector<std::string> listSiteFolders(const fs::path& sitesPath) {
@@ -183,26 +169,23 @@ std::vector<std::string> listVerticalFolders(const fs::path& siteFolderPath, std
   std::vector<std::string> names;
   const fs::path siteFile = siteFolderPath / (lastName(siteFolderPath) + ".dat");
   Diagnostic why;
-  auto lines = readTextLines(siteFile, &why);
-  if (!lines) {
+  const auto bytes = readFileBytes(siteFile, &why);
+  if (!bytes) {
     report(why);
     return names;
   }
-  std::set<std::string> seen;
-  for (size_t i = 1; i < lines->size(); ++i) {
-    const int lineNo = static_cast<int>(i) + 1;
-    const std::string name = trimBlanks((*lines)[i]);
-    if (name.empty()) continue;
-    if (!folderNumber(name, kVerticalPrefix)) {
-      report({siteFile, lineNo, shownText(name) + " is not a vertical folder name: skipped"});
-    } else if (!seen.insert(name).second) {
-      report({siteFile, lineNo, name + " is named twice: the repeat is skipped"});
-    } else if (!folderExists(siteFolderPath / name)) {
-      report({siteFile, lineNo, "the folder " + name + " does not exist: skipped"});
-    } else {
-      names.push_back(name);
-    }
+  SiteFile site;
+  site.parse(*bytes, siteFile);
+  // A folder that is missing is told at its line, among the lines the file itself spoils.
+  std::vector<Diagnostic> found = std::move(site.problems);
+  for (SiteFile::Vertical& v : site.verticals) {
+    if (folderExists(siteFolderPath / v.name))
+      names.push_back(std::move(v.name));
+    else
+      found.push_back({siteFile, v.line, "the folder " + v.name + " does not exist: skipped"});
   }
+  std::stable_sort(found.begin(), found.end(), [](const Diagnostic& a, const Diagnostic& b) { return a.line < b.line; });
+  for (Diagnostic& d : found) report(std::move(d));
   return names;
 }
 
@@ -361,11 +344,7 @@ std::vector<std::string> splitLines(std::string_view text) {
   return std::vector<std::string>(views.begin(), views.end());
 }
 
-std::optional<std::vector<std::string>> readTextLines(const fs::path& file, Diagnostic* why) {
-  auto bytes = readFileBytes(file, why);
-  if (!bytes) return std::nullopt;
-  return splitLines(cp1252ToUtf8(*bytes));
-}
+std::vector<std::string> textFileLines(std::string_view bytes) { return splitLines(cp1252ToUtf8(bytes)); }
 
 std::string textFileBytes(const std::vector<std::string>& lines) {
   std::string bytes;

@@ -82,8 +82,8 @@ bool copyDissipations(const std::filesystem::path& from, const std::filesystem::
 // LF or a lone CR; a final line end adds no empty line.
 
 std::vector<std::string> splitLines(std::string_view text);
-// The file's lines in UTF-8; nullopt (and why) if it cannot be read.
-std::optional<std::vector<std::string>> readTextLines(const std::filesystem::path& file, Diagnostic* why = nullptr);
+// The lines of a line file's bytes, in UTF-8.
+std::vector<std::string> textFileLines(std::string_view bytes);
 // The bytes of a line file: each line in Windows-1252 followed by CR LF. A line break inside a
 // line would shift every later line, so it is written as a blank.
 std::string textFileBytes(const std::vector<std::string>& lines);

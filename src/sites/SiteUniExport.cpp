@@ -91,8 +91,6 @@ SiteUniExportResult exportSiteUNI(const cls_SITE& site, const fs::path& folder, 
       exportVertical(vertical, folder, options, strings, result);
     } catch (const std::exception& e) {
       result.problems.push_back({vertical.strDMTFile, 0, std::string("not exported: ") + e.what()});
-    } catch (...) {
-      result.problems.push_back({vertical.strDMTFile, 0, "not exported"});
     }
   }
   return result;

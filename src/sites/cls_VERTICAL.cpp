@@ -106,36 +106,43 @@ void cls_VERTICAL::resetHeader() {
   sngZabs = fresh.sngZabs;
 }
 
-bool cls_VERTICAL::loadInfo() {
+LoadResult cls_VERTICAL::parseVerticalFile(std::string_view bytes, const fs::path& file) {
   headerProblems_.clear();
   resetHeader();
+  const std::vector<std::string> l = FS::textFileLines(bytes);
+  auto text = [&](size_t i, std::string& field) {
+    if (i < l.size()) field = l[i];
+  };
+  // The order of the lines is not the order of the fields; it is the file's own.
+  text(0, strTestname);
+  text(1, strFirm);
+  text(2, strCustomer);
+  text(3, strJob);
+  text(4, strSite);
+  text(5, strRemark);
+  text(6, strDate);
+  text(7, strGPS);
+  if (l.size() > 8) sngZabs = readNumber(l[8], file, 9, headerProblems_);
+  if (l.size() > 9) sngZw = readNumber(l[9], file, 10, headerProblems_);
+  if (l.size() > 10) blnTestDMT = readFlag(l[10]);
+  if (l.size() > 11) blnTestVs = readFlag(l[11]);
+  if (l.size() > 12) blnTestVp = readFlag(l[12]);
+  if (l.size() > 13) blnTestDissip = readFlag(l[13]);
+  if (l.size() < kVerticalFileLines)
+    headerProblems_.push_back({file, static_cast<int>(l.size()) + 1,
+                               "the file ends here; " + std::to_string(kVerticalFileLines) +
+                                   " lines expected, the rest keeps its defaults"});
+  if (headerProblems_.empty()) return {};
+  return LoadResult::fail(LoadStatus::Partial, headerProblems_.front());
+}
 
+bool cls_VERTICAL::loadInfo() {
   Diagnostic why;
-  if (auto lines = FS::readTextLines(strInfoPath, &why)) {
-    const auto& l = *lines;
-    auto text = [&](size_t i, std::string& field) {
-      if (i < l.size()) field = l[i];
-    };
-    // The order of the lines is not the order of the fields; it is the file's own.
-    text(0, strTestname);
-    text(1, strFirm);
-    text(2, strCustomer);
-    text(3, strJob);
-    text(4, strSite);
-    text(5, strRemark);
-    text(6, strDate);
-    text(7, strGPS);
-    if (l.size() > 8) sngZabs = readNumber(l[8], strInfoPath, 9, headerProblems_);
-    if (l.size() > 9) sngZw = readNumber(l[9], strInfoPath, 10, headerProblems_);
-    if (l.size() > 10) blnTestDMT = readFlag(l[10]);
-    if (l.size() > 11) blnTestVs = readFlag(l[11]);
-    if (l.size() > 12) blnTestVp = readFlag(l[12]);
-    if (l.size() > 13) blnTestDissip = readFlag(l[13]);
-    if (l.size() < kVerticalFileLines)
-      headerProblems_.push_back({strInfoPath, static_cast<int>(l.size()) + 1,
-                                 "the file ends here; " + std::to_string(kVerticalFileLines) +
-                                     " lines expected, the rest keeps its defaults"});
+  if (const auto bytes = readFileBytes(strInfoPath, &why)) {
+    parseVerticalFile(*bytes, strInfoPath);
   } else {
+    headerProblems_.clear();
+    resetHeader();
     headerProblems_.push_back(why);
   }
 

@@ -25,6 +25,7 @@
 #include "dmt/TestHeader.h"
 #include "dmt/cls_U.h"
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 #include "seismic/cls_VTEST.h"
 
 namespace koru {
@@ -63,6 +64,9 @@ class cls_VERTICAL : public TestHeader {
   // Reads VERT_m.dat, then the unit weight and pore pressure profiles. A missing or short file
   // leaves the remaining fields at their defaults. False if anything was wrong; see problems().
   bool loadInfo();
+  // The header alone from VERT_m.dat's bytes, `file` naming it in the problems: Complete, or
+  // Partial (a short file or a number that is none; why: the first problem).
+  LoadResult parseVerticalFile(std::string_view bytes, const std::filesystem::path& file);
   // Reads the tests of the vertical and evaluates the DMT test. A test whose file is broken is
   // kept with what could be read, and the other tests still load. False if anything was wrong.
   bool loadData(const DMTOptions& options);

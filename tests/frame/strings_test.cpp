@@ -218,5 +218,24 @@ TEST_F(LanguageChoiceAtStart, TheFrenchFileUnderItsOldNameIsRenamed) {
   EXPECT_EQ(strings.getString(1), "fr 1");
 }
 
+TEST(StringsReader, ATextWithoutItsClosingQuoteIsReadInPartAndToldAtItsLine) {
+  const struct {
+    const char* bytes;
+    LoadStatus status;
+    int line;
+  } cases[] = {
+      {"1 \"A\"\r\n2 \"B\r\nC\"\r\n", LoadStatus::Complete, 0},
+      {"1 \"A\"\r\n\r\n2 \"B\r\n3 \"C\"\r\n4 \"D\r\n", LoadStatus::Partial, 3},
+      {"// x\r\n7 \"Cut", LoadStatus::Partial, 2},
+  };
+  for (const auto& c : cases) {
+    std::vector<LanguageEntry> entries;
+    const LoadResult r = parseLanguageFile(c.bytes, "L.h", entries);
+    EXPECT_EQ(r.status, c.status) << c.bytes;
+    EXPECT_EQ(r.why.line, c.line) << c.bytes;
+    EXPECT_EQ(entries.size(), parseLanguageFile(c.bytes).size()) << c.bytes;
+  }
+}
+
 }  // namespace
 }  // namespace koru

@@ -127,4 +127,27 @@ TEST(SeismogramFile, FewerSampleLinesLeaveZerosAndMoreAreAnError) {
   EXPECT_EQ(more.vG1r(), (std::vector<float>{1, 3}));  // what was read stays
 }
 
+// A file cut short keeps zeros for the missing samples, but its extremes are of the samples it
+// holds; walking the arrays again (prepareForEvalv) counts the zeros too.
+TEST(SeismogramFile, ExtremesOfAShortFileAreOfTheSamplesRead) {
+  const std::string head = "Sample Time [us] = 100\r\nTrigger Type = Immediate\r\nNSamples = 5\r\n\r\n";
+  cls_SEISMOGRAM r;
+  ASSERT_TRUE(r.parseFile(head + "1 2\r\n50 60\r\n40 70\r\n", "short.kor").complete());
+  EXPECT_EQ(r.minG1R(), 40);  // sample 0 is a start sample
+  EXPECT_EQ(r.maxG2R(), 70);
+  EXPECT_DOUBLE_EQ(r.sumG2R(), 132);
+  cls_SEISMOGRAM walked;
+  walked.parseHeader(head, "short.kor");
+  walked.set_vG1r(r.vG1r());
+  walked.prepareForEvalv();
+  EXPECT_EQ(walked.minG1R(), 0);
+
+  cls_SEISMOGRAM cut;
+  const koru::LoadResult extra = cut.parseFile(head + "1 2\r\n\r\n1 2\r\n1 2\r\n1 2\r\n1 2\r\n1 2\r\n", "long.kor");
+  EXPECT_EQ(extra.status, koru::LoadStatus::Partial);
+  EXPECT_EQ(extra.why.file, "long.kor");
+  EXPECT_EQ(extra.why.line, 11);
+  EXPECT_DOUBLE_EQ(cut.sumG1R(), 5);  // the samples before the extra line are counted
+}
+
 }  // namespace

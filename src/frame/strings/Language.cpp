@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -101,6 +102,13 @@ fs::path resolveLanguageFile(const fs::path& shareDir, std::string_view name) {
   return path;
 }
 
+bool isEnglish(std::string_view name) { return upperCaseLatin(name) == upperCaseLatin(kEnglish); }
+
+// English and Italiano hold every text and are read straight.
+bool isCompleteLanguage(std::string_view name) {
+  return isEnglish(name) || upperCaseLatin(name) == upperCaseLatin(kItaliano);
+}
+
 bool equalsIgnoringAsciiCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i) {
@@ -185,24 +193,29 @@ std::string missingStringsReport(const StringTable& english, std::string_view la
 }
 
 LanguageLoadResult loadLanguage(ProgramStrings& strings, const fs::path& shareDir, std::string_view name) {
+  const fs::path path = resolveLanguageFile(shareDir, name);
+  strings.setFilePath(path);
+  const auto own = readLanguageFile(path);
+  std::optional<std::vector<LanguageEntry>> english;
+  if (!(isCompleteLanguage(name) && own) && !isEnglish(name))
+    english = readLanguageFile(resolveLanguageFile(shareDir, kEnglish));
+  return fillLanguage(strings, name, own ? &*own : nullptr, english ? &*english : nullptr);
+}
+
+LanguageLoadResult fillLanguage(ProgramStrings& strings, std::string_view name, const std::vector<LanguageEntry>* own,
+                                const std::vector<LanguageEntry>* english) {
   LanguageLoadResult result;
   StringTable& table = strings.table();
   table.clear();
   strings.setLanguage(std::string(name));
-  const fs::path path = resolveLanguageFile(shareDir, name);
-  strings.setFilePath(path);
-
-  const std::string upper = upperCaseLatin(name);
-  const bool complete = upper == upperCaseLatin(kEnglish) || upper == upperCaseLatin(kItaliano);
-  auto own = readLanguageFile(path);
-  result.fileRead = own.has_value();
-  if (complete && own) {
+  result.fileRead = own != nullptr;
+  if (isCompleteLanguage(name) && own) {
     fillFromEntries(table, *own);
     return result;
   }
-  if (upper == upperCaseLatin(kEnglish)) return result;  // nothing to fall back on
+  if (isEnglish(name)) return result;  // nothing to fall back on
 
-  if (auto english = readLanguageFile(resolveLanguageFile(shareDir, kEnglish))) fillFromEntries(table, *english);
+  if (english) fillFromEntries(table, *english);
   result.missingIds = overlay(table, own ? *own : std::vector<LanguageEntry>{});
   if (result.missingIds.empty()) return result;
 

@@ -14,6 +14,8 @@
 
 namespace koru {
 
+struct LanguageEntry;
+
 // <share>/Language/<name>.h
 std::filesystem::path languageFilePath(const std::filesystem::path& shareDir, std::string_view name);
 
@@ -37,6 +39,11 @@ inline constexpr size_t kMissingReportBoxLimit = 20;
 // file lacks, or that comes out of order in it, keeps its English text and is reported once.
 // The strings' file path and language name are set to the chosen language.
 LanguageLoadResult loadLanguage(ProgramStrings& strings, const std::filesystem::path& shareDir, std::string_view name);
+// loadLanguage once the files are read: `own` the chosen language's entries, `english` the
+// English ones (nullptr for a file that could not be read or is not needed). The strings' file
+// path is left as it is.
+LanguageLoadResult fillLanguage(ProgramStrings& strings, std::string_view name, const std::vector<LanguageEntry>* own,
+                                const std::vector<LanguageEntry>* english);
 
 // The report of texts taken from English: a heading naming the language, an empty line, then
 // one line per id, "<id>  <English text>".

@@ -62,14 +62,20 @@ bool isCompleteEntry(const std::optional<EntryStart>& start) { return start && e
 
 }  // namespace
 
-std::vector<LanguageEntry> parseLanguageFile(std::string_view bytes) {
+LoadResult parseLanguageFile(std::string_view bytes, const std::filesystem::path& file,
+                             std::vector<LanguageEntry>& entries) {
+  LoadResult result;
+  auto unclosed = [&](const LanguageEntry& entry) {
+    if (result.complete())
+      result = LoadResult::fail(LoadStatus::Partial, {file, entry.line, "the text has no closing quote"});
+  };
   std::string text;
   if (bytes.substr(0, kUtf8Bom.size()) == kUtf8Bom)
     text.assign(bytes.substr(kUtf8Bom.size()));
   else
     text = cp1252ToUtf8(bytes);
 
-  std::vector<LanguageEntry> entries;
+  entries.clear();
   std::optional<LanguageEntry> open;  // a text still waiting for its closing quote
   const std::string_view all = text;
   size_t pos = 0;
@@ -88,6 +94,7 @@ std::vector<LanguageEntry> parseLanguageFile(std::string_view bytes) {
     if (open) {
       if (isCompleteEntry(start)) {
         // The closing quote was forgotten: keep what the text had and take this line as new.
+        unclosed(*open);
         entries.push_back(std::move(*open));
         open.reset();
       } else {
@@ -109,14 +116,25 @@ std::vector<LanguageEntry> parseLanguageFile(std::string_view bytes) {
     else
       open = LanguageEntry{start->id, std::string(start->rest), lineNumber};
   }
-  if (open) entries.push_back(std::move(*open));
+  if (open) {
+    unclosed(*open);
+    entries.push_back(std::move(*open));
+  }
+  return result;
+}
+
+std::vector<LanguageEntry> parseLanguageFile(std::string_view bytes) {
+  std::vector<LanguageEntry> entries;
+  parseLanguageFile(bytes, {}, entries);
   return entries;
 }
 
 std::optional<std::vector<LanguageEntry>> readLanguageFile(const std::filesystem::path& path, Diagnostic* error) {
   auto bytes = readFileBytes(path, error);
   if (!bytes) return std::nullopt;
-  return parseLanguageFile(*bytes);
+  std::vector<LanguageEntry> entries;
+  parseLanguageFile(*bytes, path, entries);
+  return entries;
 }
 
 }  // namespace koru

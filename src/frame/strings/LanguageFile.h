@@ -24,6 +24,7 @@
 #include <vector>
 
 #include "frame/Diagnostic.h"
+#include "frame/LoadResult.h"
 
 namespace koru {
 
@@ -33,8 +34,13 @@ struct LanguageEntry {
   int line = 0;      // 1-based line of the file where the entry starts
 };
 
-// Every entry of the file's bytes, in file order. Ids are not checked for order here: the tables
-// decide what an id out of order means.
+// Every entry of the file's bytes into `entries` (replacing them), in file order; `file` names
+// the file in the diagnostic. Ids are not checked for order here: the tables decide what an id
+// out of order means. Complete, or Partial when a text never found its closing quote (it is kept
+// as read; why: the line where the first such text starts).
+LoadResult parseLanguageFile(std::string_view bytes, const std::filesystem::path& file,
+                             std::vector<LanguageEntry>& entries);
+// The entries alone.
 std::vector<LanguageEntry> parseLanguageFile(std::string_view bytes);
 
 // The entries of a file on disk; nullopt (and, if asked, why) when it cannot be read.
