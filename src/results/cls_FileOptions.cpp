@@ -105,45 +105,37 @@ float ratioOrZero(float numerator, float denominator) {
 // ---- Plot vectors ---------------------------------------------------------------------------
 
 std::vector<std::vector<float>> cls_FileOptions::getPlotVector(std::string_view code) const {
-  try {
-    const std::string c = upperAscii(code);
-    if (c == "ID") return {dmt.vecLogId};
-    if (c == "M") return {dmt.vecM};
-    if (c == "CU") return {dmt.vecCu};
-    if (c == "PHI") return {dmt.vecPhi};
-    if (c == "KD") return {dmt.vecKd};
-    if (c == "K0") return {dmt.vecKo};
-    if (c == "ED") return {dmt.vecEd};
-    if (c == "OCR") return {dmt.vecOCR};
-    if (c == "P2") return {dmt.vecP2};
-    if (c == "UD") return {dmt.vecUd};
-    if (c == "P0P1") return {dmt.vecPo, dmt.vecP1};
-    if (c == "P2U0") return {dmt.vecP2, dmt.vecUo};
-    if (c == "U0P2P0P1") return {dmt.vecUo, dmt.vecPo, dmt.vecP1, dmt.vecP2};
-    if (c == "SIGMAH") return {dmt.vecSigmah};
-    if (c == "SIGMAV") return {dmt.vecSigmaV};
-    if (c == "VS") return {vVs};
-    if (c == "VS1") return {Vs1};
-    if (c == "VS2") return {Vs2};
-    if (c == "VP") return {Vp};
-    if (c == "VP1") return {vP1};
-    if (c == "VP2") return {vP2};
-    if (c == "G0") return {vG0};
-  } catch (...) {
-    // Out of memory for the copy: nothing to plot.
-  }
+  const std::string c = upperAscii(code);
+  if (c == "ID") return {dmt.vecLogId};
+  if (c == "M") return {dmt.vecM};
+  if (c == "CU") return {dmt.vecCu};
+  if (c == "PHI") return {dmt.vecPhi};
+  if (c == "KD") return {dmt.vecKd};
+  if (c == "K0") return {dmt.vecKo};
+  if (c == "ED") return {dmt.vecEd};
+  if (c == "OCR") return {dmt.vecOCR};
+  if (c == "P2") return {dmt.vecP2};
+  if (c == "UD") return {dmt.vecUd};
+  if (c == "P0P1") return {dmt.vecPo, dmt.vecP1};
+  if (c == "P2U0") return {dmt.vecP2, dmt.vecUo};
+  if (c == "U0P2P0P1") return {dmt.vecUo, dmt.vecPo, dmt.vecP1, dmt.vecP2};
+  if (c == "SIGMAH") return {dmt.vecSigmah};
+  if (c == "SIGMAV") return {dmt.vecSigmaV};
+  if (c == "VS") return {vVs};
+  if (c == "VS1") return {Vs1};
+  if (c == "VS2") return {Vs2};
+  if (c == "VP") return {Vp};
+  if (c == "VP1") return {vP1};
+  if (c == "VP2") return {vP2};
+  if (c == "G0") return {vG0};
   return {};
 }
 
 std::vector<float> cls_FileOptions::ZVector(std::string_view code) const {
-  try {
-    const std::string c = upperAscii(code);
-    if (c == "VS" || c == "VS1" || c == "VS2" || c == "G0") return VZVs;
-    if (c == "VP" || c == "VP1" || c == "VP2") return VZVp;
-    return dmt.vZ;
-  } catch (...) {
-    return {};
-  }
+  const std::string c = upperAscii(code);
+  if (c == "VS" || c == "VS1" || c == "VS2" || c == "G0") return VZVs;
+  if (c == "VP" || c == "VP1" || c == "VP2") return VZVp;
+  return dmt.vZ;
 }
 
 // ---- Depth extremes -------------------------------------------------------------------------
@@ -243,115 +235,104 @@ void cls_FileOptions::fillDmtAtVsDepths() {
 bool cls_FileOptions::initializeFromPalmiro(const VerticalSources& s, const DMTOptions& options,
                                             std::vector<Diagnostic>* problems) {
   bool ok = true;
-  try {
-    clearData();
-    strVertName = s.strVertName;
-    static_cast<TestHeader&>(*this) = s;
-    strGPS = s.strGPS;
-    Zw = s.sngZw;
-    sngZabs = s.sngZabs;
-    gamma = s.gamma;
-    u = s.u;
+  clearData();
+  strVertName = s.strVertName;
+  static_cast<TestHeader&>(*this) = s;
+  strGPS = s.strGPS;
+  Zw = s.sngZw;
+  sngZabs = s.sngZabs;
+  gamma = s.gamma;
+  u = s.u;
 
-    if (s.dmt != nullptr) {
-      dmt = *s.dmt;
-      // The thrust fields follow this test's thrust data, as when its vertical is activated, so
-      // that the view shows what the vertical's evaluation shows.
-      if (dmt.N() > 0 && !dmt.evalDMT(gamma, u, options.forTest(dmt.blnHasThrust))) {
-        report(problems, {dmt.getDatPath(), 0, "a row could not be evaluated: results from that row on are 0"});
-        ok = false;
-      }
-      followDmtRows(gamma, dmt);
+  if (s.dmt != nullptr) {
+    dmt = *s.dmt;
+    // The thrust fields follow this test's thrust data, as when its vertical is activated, so
+    // that the view shows what the vertical's evaluation shows.
+    if (dmt.N() > 0 && !dmt.evalDMT(gamma, u, options.forTest(dmt.blnHasThrust))) {
+      report(problems, {dmt.getDatPath(), 0, "a row could not be evaluated: results from that row on are 0"});
+      ok = false;
     }
-
-    const UnitWeightAt unitWeightAt =
-        s.unitWeightAt ? s.unitWeightAt : UnitWeightAt([this](float z) { return gamma.getYz(z); });
-
-    // True-interval results only: the pseudo-interval model is not read into the view yet.
-    if (s.vsTest != nullptr) {
-      fillSeismic(*s.vsTest, {VZVs, vVs, Vs1, Vs2, VsRepeatability, vDevStdVs});
-      vRho = s.vsTest->evalRho(unitWeightAt);
-      vG0 = s.vsTest->evalGo(unitWeightAt);
-    }
-    if (s.vpTest != nullptr) fillSeismic(*s.vpTest, {VZVp, Vp, vP1, vP2, VpRepeatability, vDevStdVp});
-    vRho.resize(VZVs.size(), 0.0f);
-    vG0.resize(VZVs.size(), 0.0f);
-
-    if (s.dissipations != nullptr) dissipations = *s.dissipations;
-
-    fillDmtAtVsDepths();
-  } catch (...) {
-    report(problems, {s.dmt != nullptr ? s.dmt->getDatPath() : std::filesystem::path(), 0,
-                      "the results view of the vertical could not be built in full"});
-    return false;
+    followDmtRows(gamma, dmt);
   }
+
+  const UnitWeightAt unitWeightAt =
+      s.unitWeightAt ? s.unitWeightAt : UnitWeightAt([this](float z) { return gamma.getYz(z); });
+
+  // True-interval results only: the pseudo-interval model is not read into the view yet.
+  if (s.vsTest != nullptr) {
+    fillSeismic(*s.vsTest, {VZVs, vVs, Vs1, Vs2, VsRepeatability, vDevStdVs});
+    vRho = s.vsTest->evalRho(unitWeightAt);
+    vG0 = s.vsTest->evalGo(unitWeightAt);
+  }
+  if (s.vpTest != nullptr) fillSeismic(*s.vpTest, {VZVp, Vp, vP1, vP2, VpRepeatability, vDevStdVp});
+  vRho.resize(VZVs.size(), 0.0f);
+  vG0.resize(VZVs.size(), 0.0f);
+
+  if (s.dissipations != nullptr) dissipations = *s.dissipations;
+
+  fillDmtAtVsDepths();
   return ok;
 }
 
 bool cls_FileOptions::initializeFromPalmiro(const cls_VERTICAL& vertical, const DMTOptions& options,
                                             std::vector<Diagnostic>* problems) {
-  try {
-    bool ok = true;
-    VerticalSources s;
-    s.strVertName = vertical.strTestname.empty() ? vertical.strFolderName : vertical.strTestname;
-    static_cast<TestHeader&>(s) = vertical;
-    s.strGPS = vertical.strGPS;
-    s.sngZw = vertical.sngZw;
-    s.sngZabs = vertical.sngZabs;
-    s.gamma = vertical.gamma;
-    s.u = vertical.u;
+  bool ok = true;
+  VerticalSources s;
+  s.strVertName = vertical.strTestname.empty() ? vertical.strFolderName : vertical.strTestname;
+  static_cast<TestHeader&>(s) = vertical;
+  s.strGPS = vertical.strGPS;
+  s.sngZw = vertical.sngZw;
+  s.sngZabs = vertical.sngZabs;
+  s.gamma = vertical.gamma;
+  s.u = vertical.u;
 
-    // A graph shows what is saved, and verticals that were never activated hold no tests, so
-    // the DMT test is read from its file here rather than taken from the vertical.
-    std::optional<cls_DmtTEST> dmtRead;
-    if (vertical.blnTestDMT && fileExists(vertical.strDMTFile)) {
-      dmtRead.emplace();
-      dmtRead->setDatPath(vertical.strDMTFile);
-      Diagnostic why;
-      if (dmtRead->loadFile(&why) != -1) {
-        if (why.reason.empty()) why = {vertical.strDMTFile, 0, "could not be read in full"};
-        report(problems, why);
-        ok = false;
-      }
-      s.dmt = &*dmtRead;
+  // A graph shows what is saved, and verticals that were never activated hold no tests, so
+  // the DMT test is read from its file here rather than taken from the vertical.
+  std::optional<cls_DmtTEST> dmtRead;
+  if (vertical.blnTestDMT && fileExists(vertical.strDMTFile)) {
+    dmtRead.emplace();
+    dmtRead->setDatPath(vertical.strDMTFile);
+    Diagnostic why;
+    if (dmtRead->loadFile(&why) != -1) {
+      if (why.reason.empty()) why = {vertical.strDMTFile, 0, "could not be read in full"};
+      report(problems, why);
+      ok = false;
     }
-
-    // The seismic tests are read from their indices for the same reason. A missing index is
-    // an empty test.
-    std::optional<cls_VTEST> vsRead, vpRead;
-    const auto readTest = [&](std::optional<cls_VTEST>& test, const std::filesystem::path& index,
-                              const std::filesystem::path& folder, std::string_view wave) {
-      test.emplace(index, folder, wave);
-      Diagnostic why;
-      if (test->loadInfo(&why) == 1) {
-        report(problems, why);
-        ok = false;
-      }
-    };
-    if (vertical.blnTestVs) {
-      readTest(vsRead, vertical.strVsFile, vertical.strVsFolder, "Vs");
-      s.vsTest = &*vsRead;
-    }
-    if (vertical.blnTestVp) {
-      readTest(vpRead, vertical.strVpFile, vertical.strVpFolder, "Vp");
-      s.vpTest = &*vpRead;
-    }
-
-    std::optional<cls_Dissipations> dissRead;
-    if (vertical.dissipations) {
-      s.dissipations = &*vertical.dissipations;
-    } else if (vertical.blnTestDissip && folderExists(vertical.strDissipFolder)) {
-      dissRead.emplace();
-      dissRead->setFolder(vertical.strDissipFolder);
-      if (!dissRead->loadInfo(problems)) ok = false;
-      s.dissipations = &*dissRead;
-    }
-
-    return initializeFromPalmiro(s, options, problems) && ok;
-  } catch (...) {
-    report(problems, {vertical.strFolderPath, 0, "the results view of the vertical could not be built"});
-    return false;
+    s.dmt = &*dmtRead;
   }
+
+  // The seismic tests are read from their indices for the same reason. A missing index is
+  // an empty test.
+  std::optional<cls_VTEST> vsRead, vpRead;
+  const auto readTest = [&](std::optional<cls_VTEST>& test, const std::filesystem::path& index,
+                            const std::filesystem::path& folder, std::string_view wave) {
+    test.emplace(index, folder, wave);
+    Diagnostic why;
+    if (test->loadInfo(&why) == 1) {
+      report(problems, why);
+      ok = false;
+    }
+  };
+  if (vertical.blnTestVs) {
+    readTest(vsRead, vertical.strVsFile, vertical.strVsFolder, "Vs");
+    s.vsTest = &*vsRead;
+  }
+  if (vertical.blnTestVp) {
+    readTest(vpRead, vertical.strVpFile, vertical.strVpFolder, "Vp");
+    s.vpTest = &*vpRead;
+  }
+
+  std::optional<cls_Dissipations> dissRead;
+  if (vertical.dissipations) {
+    s.dissipations = &*vertical.dissipations;
+  } else if (vertical.blnTestDissip && folderExists(vertical.strDissipFolder)) {
+    dissRead.emplace();
+    dissRead->setFolder(vertical.strDissipFolder);
+    if (!dissRead->loadInfo(problems)) ok = false;
+    s.dissipations = &*dissRead;
+  }
+
+  return initializeFromPalmiro(s, options, problems) && ok;
 }
 
 bool cls_FileOptions::parseZVsfromTextfile(const std::filesystem::path& path, std::vector<float>& depths,
@@ -363,45 +344,36 @@ bool cls_FileOptions::parseZVsfromTextfile(const std::filesystem::path& path, st
     if (why != nullptr) *why = readError.reason.empty() ? Diagnostic{path, 0, "cannot be read"} : readError;
     return false;
   }
-  try {
-    std::string_view rest = *bytes;
-    // Lists typed in an editor that marks its files as UTF-8 start with the mark; it is no depth.
-    if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
-    int lineNumber = 0;
-    while (!rest.empty()) {
-      const size_t end = rest.find('\n');
-      std::string_view line = rest.substr(0, end);
-      rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-      ++lineNumber;
+  std::string_view rest = *bytes;
+  // Lists typed in an editor that marks its files as UTF-8 start with the mark; it is no depth.
+  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
+  int lineNumber = 0;
+  while (!rest.empty()) {
+    const size_t end = rest.find('\n');
+    std::string_view line = rest.substr(0, end);
+    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+    ++lineNumber;
 
-      const size_t first = line.find_first_not_of(" \t\r");
-      if (first == std::string_view::npos || line[first] == '#') continue;
-      const size_t last = line.find_last_not_of(" \t\r");
-      const std::string_view text = line.substr(first, last - first + 1);
+    const size_t first = line.find_first_not_of(" \t\r");
+    if (first == std::string_view::npos || line[first] == '#') continue;
+    const size_t last = line.find_last_not_of(" \t\r");
+    const std::string_view text = line.substr(first, last - first + 1);
 
-      const std::optional<float> z = tryParseSingle(text);
-      if (!z || !std::isfinite(*z) || *z < 0) {
-        if (why != nullptr) *why = {path, lineNumber, "\"" + std::string(text) + "\" is not a depth in metres"};
-        return false;
-      }
-      depths.push_back(*z);
+    const std::optional<float> z = tryParseSingle(text);
+    if (!z || !std::isfinite(*z) || *z < 0) {
+      if (why != nullptr) *why = {path, lineNumber, "\"" + std::string(text) + "\" is not a depth in metres"};
+      return false;
     }
-  } catch (...) {
-    if (why != nullptr) *why = {path, 0, "could not be read in full"};
-    return false;
+    depths.push_back(*z);
   }
   return true;
 }
 
 bool cls_FileOptions::refreshDMTElab(const DMTOptions& options) {
   if (!isDMT()) return true;
-  try {
-    const bool ok = dmt.evalDMT(gamma, u, options.forTest(dmt.blnHasThrust));
-    fillDmtAtVsDepths();
-    return ok;
-  } catch (...) {
-    return false;
-  }
+  const bool ok = dmt.evalDMT(gamma, u, options.forTest(dmt.blnHasThrust));
+  fillDmtAtVsDepths();
+  return ok;
 }
 
 }  // namespace koru

@@ -21,13 +21,9 @@ void cls_KORUStatistics::evaluateStatistics(std::span<const cls_FileOptions* con
 }
 
 void cls_KORUStatistics::evaluateVertical(const cls_FileOptions& view) {
-  try {
-    cls_statVars vertical;
-    vertical.calculate(view);
-    verticalStats.push_back(std::move(vertical));
-  } catch (...) {
-    // Without memory for this vertical's own figures the site's still take its values below.
-  }
+  cls_statVars vertical;
+  vertical.calculate(view);
+  verticalStats.push_back(std::move(vertical));
   // The site's vectors append each vertical's values, so every calculation of the site runs
   // over the values of all verticals seen so far.
   siteStat.calculate(view);

@@ -11,37 +11,33 @@
 namespace koru {
 
 void cls_statVars::calculate(const cls_FileOptions& view) {
-  try {
-    verticalName = view.strVertName;
-    const cls_DmtTEST& d = view.dmt;
-    Po.setVecAndCalculate(d.vecPo);
-    P1.setVecAndCalculate(d.vecP1);
-    P2.setVecAndCalculate(d.vecP2);
-    sGamma.setVecAndCalculate(d.vecGamma);
-    sSigmaEFF.setVecAndCalculate(d.vecSigmaEff);
-    sSigmaH.setVecAndCalculate(d.vecSigmah);
-    sSigmaV.setVecAndCalculate(d.vecSigmaV);
-    Ed.setVecAndCalculate(d.vecEd);
-    Uo.setVecAndCalculate(d.vecUo);
-    Ud.setVecAndCalculate(d.vecUd);
-    Id.setVecAndCalculate(d.vecId);
-    Kd.setVecAndCalculate(d.vecKd);
-    Ko.setVecAndCalculate(d.vecKo);
-    sOCR.setVecAndCalculate(d.vecOCR);
-    M.setVecAndCalculate(d.vecM);
-    Cu.setVecAndCalculate(d.vecCu);
-    sPhi.setVecAndCalculate(d.vecPhi);
-    if (view.isVs()) {
-      Vs.setVecAndCalculate(view.vVs);
-      G0.setVecAndCalculate(view.vG0);
-    }
-    if (view.isVp()) {
-      // The two readings go into one vector: its scale covers both curves of the box.
-      Vp.setVecAndCalculate(view.vP1);
-      Vp.setVecAndCalculate(view.vP2);
-    }
-  } catch (...) {
-    // The vectors keep what they were given before the failure.
+  verticalName = view.strVertName;
+  const cls_DmtTEST& d = view.dmt;
+  Po.setVecAndCalculate(d.vecPo);
+  P1.setVecAndCalculate(d.vecP1);
+  P2.setVecAndCalculate(d.vecP2);
+  sGamma.setVecAndCalculate(d.vecGamma);
+  sSigmaEFF.setVecAndCalculate(d.vecSigmaEff);
+  sSigmaH.setVecAndCalculate(d.vecSigmah);
+  sSigmaV.setVecAndCalculate(d.vecSigmaV);
+  Ed.setVecAndCalculate(d.vecEd);
+  Uo.setVecAndCalculate(d.vecUo);
+  Ud.setVecAndCalculate(d.vecUd);
+  Id.setVecAndCalculate(d.vecId);
+  Kd.setVecAndCalculate(d.vecKd);
+  Ko.setVecAndCalculate(d.vecKo);
+  sOCR.setVecAndCalculate(d.vecOCR);
+  M.setVecAndCalculate(d.vecM);
+  Cu.setVecAndCalculate(d.vecCu);
+  sPhi.setVecAndCalculate(d.vecPhi);
+  if (view.isVs()) {
+    Vs.setVecAndCalculate(view.vVs);
+    G0.setVecAndCalculate(view.vG0);
+  }
+  if (view.isVp()) {
+    // The two readings go into one vector: its scale covers both curves of the box.
+    Vp.setVecAndCalculate(view.vP1);
+    Vp.setVecAndCalculate(view.vP2);
   }
 }
 

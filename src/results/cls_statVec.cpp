@@ -28,14 +28,10 @@ void cls_statVec::setVecAndCalculate(std::span<const float> values, bool logValu
 }
 
 void cls_statVec::addVec(std::span<const float> values) {
-  try {
-    if (N > 0)
-      vettore.insert(vettore.end(), values.begin(), values.end());
-    else
-      vettore.assign(values.begin(), values.end());
-  } catch (...) {
-    // Out of memory: the vector keeps what it held and the scales are chosen from that.
-  }
+  if (N > 0)
+    vettore.insert(vettore.end(), values.begin(), values.end());
+  else
+    vettore.assign(values.begin(), values.end());
 }
 
 void cls_statVec::statCalculate(bool logValues) {

@@ -86,13 +86,7 @@ void exportVertical(const cls_VERTICAL& vertical, const fs::path& folder, const 
 SiteUniExportResult exportSiteUNI(const cls_SITE& site, const fs::path& folder, const DMTOptions& options,
                                   const ProgramStrings& strings) {
   SiteUniExportResult result;
-  for (const cls_VERTICAL& vertical : site.verticals) {
-    try {
-      exportVertical(vertical, folder, options, strings, result);
-    } catch (const std::exception& e) {
-      result.problems.push_back({vertical.strDMTFile, 0, std::string("not exported: ") + e.what()});
-    }
-  }
+  for (const cls_VERTICAL& vertical : site.verticals) exportVertical(vertical, folder, options, strings, result);
   return result;
 }
 
