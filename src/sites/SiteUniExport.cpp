@@ -1,7 +1,6 @@
 #include "sites/SiteUniExport.h"
 
 #include <array>
-#include <exception>
 #include <optional>
 #include <system_error>
 
