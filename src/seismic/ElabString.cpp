@@ -1,23 +1,15 @@
 #include "seismic/ElabString.h"
 
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 
 namespace koru {
 
 namespace {
 
 std::vector<std::string> splitAt(std::string_view text, char separator) {
-  std::vector<std::string> parts;
-  size_t start = 0;
-  for (;;) {
-    const size_t at = text.find(separator, start);
-    if (at == std::string_view::npos) {
-      parts.emplace_back(text.substr(start));
-      return parts;
-    }
-    parts.emplace_back(text.substr(start, at - start));
-    start = at + 1;
-  }
+  const std::vector<std::string_view> parts = splitText(text, separator);
+  return {parts.begin(), parts.end()};
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "frame/Files.h"
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 #include "frame/TextLines.h"
 #include "frame/TextCodec.h"
 #include "seismic/cls_VTEST.h"
@@ -23,20 +24,6 @@ constexpr size_t kFieldCount = 11;
 
 bool isBlank(std::string_view line) {
   return std::all_of(line.begin(), line.end(), [](char c) { return c == ' ' || c == '\t'; });
-}
-
-std::vector<std::string_view> splitFields(std::string_view line) {
-  std::vector<std::string_view> fields;
-  size_t start = 0;
-  for (;;) {
-    const size_t at = line.find(kFieldSep, start);
-    if (at == std::string_view::npos) {
-      fields.push_back(line.substr(start));
-      return fields;
-    }
-    fields.push_back(line.substr(start, at - start));
-    start = at + 1;
-  }
 }
 
 // A text field as written: a ":" or a line break inside it would cut the line apart when read,
@@ -60,7 +47,7 @@ LoadResult cls_VTEST::parseIndex(std::string_view bytes, const std::filesystem::
   while (nextLine(bytes, pos, line)) {
     ++lineNo;
     if (isBlank(line)) continue;
-    const auto f = splitFields(line);
+    const auto f = splitText(line, kFieldSep);
     if (f.size() < kFieldCount) {
       result = LoadResult::fail(LoadStatus::Partial,
                                 {file, lineNo,

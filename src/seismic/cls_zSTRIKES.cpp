@@ -7,6 +7,7 @@
 
 #include "frame/Log.h"
 #include "frame/Numbers.h"
+#include "frame/Text.h"
 #include "seismic/cls_SEISMOGRAM.h"
 
 namespace koru {
@@ -18,18 +19,9 @@ constexpr char kElabSep = '#';
 
 // The items of a list text; an empty text has none, and empty items inside are kept.
 std::vector<std::string> splitList(std::string_view text, char sep) {
-  std::vector<std::string> items;
-  if (text.empty()) return items;
-  size_t start = 0;
-  for (;;) {
-    const size_t at = text.find(sep, start);
-    if (at == std::string_view::npos) {
-      items.emplace_back(text.substr(start));
-      return items;
-    }
-    items.emplace_back(text.substr(start, at - start));
-    start = at + 1;
-  }
+  if (text.empty()) return {};
+  const std::vector<std::string_view> items = splitText(text, sep);
+  return {items.begin(), items.end()};
 }
 
 // A list parallel to a file list of `count` items: an empty text is one empty item when one
