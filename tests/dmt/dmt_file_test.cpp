@@ -80,9 +80,8 @@ TEST(DmtFileLoad, DepthRowsComeBackSortedWithTheirReadings) {
 }
 
 TEST(DmtFileLoad, ChecksSeeTheZeroTailSoALoadedTestIsIrregular) {
-  std::string rows;
-  for (int i = 0; i < 10; ++i) rows += std::to_string(100 + i) + "," + std::to_string(300 + i) + "\r\n";
-  Parsed p("1,2.8,9,0.15,0.4,34.7,0,3,0,1.73293,0.2\r\n" + kDatStrings + rows);
+  Parsed p("1,2.8,9,0.15,0.4,34.7,0,3,0,1.73293,0.2\r\n" + kDatStrings + "100,300\r\n101,301\r\n102,302\r\n103,303\r\n"
+           "104,304\r\n105,305\r\n106,306\r\n107,307\r\n108,308\r\n109,309\r\n");
   EXPECT_TRUE(p.t.blnZEditable);
   // The next save finds the step again and writes the file without depths.
   EXPECT_EQ(firstLine(p.t.fileText()), "1,2.8,9,0.15,0.4,34.7,0,3,0,1.73293,0.2");

@@ -50,7 +50,8 @@ void expectRoundTrip(const std::string& text, const std::string& written) {
 }
 
 TEST(ProfileFile, EachModeWritesItsFormAndReadsItBack) {
-  expectRoundTrip<cls_GAMMA>("2\r\n0.5:17.25\r\n1:18\r\n2.345:19.126\r\n", "2\r\n0.5:17.25\r\n1.0:18.0\r\n2.35:19.13\r\n");
+  expectRoundTrip<cls_GAMMA>("2\r\n0.5:17.25\r\n1:18\r\n2.345:19.126\r\n",
+                             "2\r\n0.5:17.25\r\n1.0:18.0\r\n2.35:19.13\r\n");
   expectRoundTrip<cls_GAMMA>("1:19.5\r\n1:16\r\n", "1:19.5\r\n");
   expectRoundTrip<cls_U>("1\r\n2:0\r\n4.5:24.525\r\n", "1\r\n2.0:0.0\r\n4.5:24.53\r\n");
 }
