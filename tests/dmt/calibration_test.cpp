@@ -10,22 +10,16 @@ namespace {
 
 using testing::ScratchFolder;
 
-TEST(CalibrationFile, SaveWritesOneLinePerCalibrationAndLoadsBackTheSame) {
+TEST(CalibrationFile, OneLinePerCalibrationThatReadsBackTheSame) {
   const std::string two =
       "DeltaA = 15, DeltaB = 40, Date = 12/03/2008, Time = 10:25\r\n"
       "DeltaA = 18, DeltaB = 45, Date = 12 Mar  2008, Time = 16:05\r\n";
-  ScratchFolder dir;
-  cls_Calibration c;
-  c.setPathFile(dir / "Calibration_1.dat");
+  cls_Calibration c, back;
   c.addCalibration(15, 40, "12/03/2008", "10:25");
   c.addCalibration(18, 45, "12 Mar, 2008", "16:05");  // a comma would split the line: a blank
-  ASSERT_TRUE(c.saveToFile());
-  EXPECT_EQ(ScratchFolder::read(dir / "Calibration_1.dat"), two);
-  cls_Calibration back;
-  back.setPathFile(dir / "Calibration_1.dat");
-  ASSERT_TRUE(back.loadCalibrations());
-  ASSERT_TRUE(back.saveToFile());
-  EXPECT_EQ(ScratchFolder::read(dir / "Calibration_1.dat"), two);
+  EXPECT_EQ(c.fileText(), two);
+  ASSERT_TRUE(back.parseCalibrations(two, "Calibration_1.dat").complete());
+  EXPECT_EQ(back.fileText(), two);
 }
 
 TEST(CalibrationFile, KeysInAnyOrderAndCaseAndALineWithoutBothDeltasIsSkippedAndReported) {

@@ -8,58 +8,34 @@
 #include "dmt/cls_DmtTEST.h"
 #include "dmt/cls_GAMMA.h"
 #include "dmt/cls_U.h"
+#include "dmt_rows.h"
 
 namespace koru {
 namespace {
 
-struct Row {
-  float z;
-  int16_t a, b, c;
-};
-
-cls_DmtTEST makeTest(const std::vector<Row>& rows) {
-  cls_DmtTEST t;
-  for (const Row& r : rows) t.addZABCtoData(r.z, r.a, r.b, r.c, true);
-  return t;
-}
+using testing::withRows;
 
 // Relative closeness for values computed in single precision.
 #define EXPECT_CLOSE(actual, expected) EXPECT_NEAR((actual), (expected), 2e-5 * std::fabs(expected) + 1e-6)
+
+using T = cls_DmtTEST;
+struct Expect { std::vector<float> T::*vec; float value; };
+
+void expectRow(const T& t, size_t row, std::initializer_list<Expect> expected) {
+  for (const Expect& e : expected) EXPECT_CLOSE((t.*e.vec)[row], e.value) << "row " << row << ", " << e.value;
+}
 
 // --- A sounding computed by hand ---------------------------------------------------------
 //
 // Gauge zeros 5 (calibration), 10 (A, B), 8 (C); dA 15, dB 40; factorEd 34.7 (1.05 / 0.05);
 // water table 2 m; 17 kN/m3 above; regular step 0.2 m.
 //   A' = A - 10 + 15 + 5 = A + 10        B' = B - 10 - 40 + 5 = B - 45
-class DmtEvalHandComputed : public ::testing::Test {
- protected:
-  void SetUp() override {
-    t = makeTest({{5.0f, 250, 390, 100}, {5.2f, 180, 840, 0}, {5.4f, 300, 700, 0}});
-    t.sngZMCal = 5, t.sngZMAB = 10, t.sngZMC = 8;
-    t.sngZw = 2.0f;
-    t.sngDeltaZ = 0.2f;
-    t.blnZEditable = false;
-    ok = t.evalDMT(gamma, u, options);
-  }
-  cls_DmtTEST t;
-  cls_GAMMA gamma;
-  cls_U u;
-  DMTOptions options;
-  bool ok = false;
-};
-
-using Vec = std::vector<float> cls_DmtTEST::*;
-struct Expect { Vec vec; float value; };
-
-void expectRow(const cls_DmtTEST& t, size_t row, std::initializer_list<Expect> expected) {
-  for (const Expect& e : expected) EXPECT_CLOSE((t.*e.vec)[row], e.value) << "row " << row << ", " << e.value;
-}
-
-using T = cls_DmtTEST;
-
-TEST_F(DmtEvalHandComputed, ClayRowFollowsEveryStep) {
-  ASSERT_TRUE(ok);
-  EXPECT_EQ(t.getSoilType(0), 6);
+TEST(DmtEvalHandComputed, ClaySandAndSiltRowsFollowEveryStep) {
+  T t = withRows({{5.0f, 250, 390, 100}, {5.2f, 180, 840, 0}, {5.4f, 300, 700, 0}});
+  t.sngZMCal = 5, t.sngZMAB = 10, t.sngZMC = 8, t.sngZw = 2.0f;
+  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
+  // Codes: row 1 column 2; row 2 column 7; row 2 column 5.
+  EXPECT_EQ(t.vecSoilType, (std::vector<int16_t>{6, 32, 22}));
   expectRow(t, 0, {
       // A' 260, B' 345: Po = max(1.05 x 260 - 0.05 x 345, 0.6 x 260); P1 = B'.
       {&T::vecPo, 255.75f}, {&T::vecP1, 345.0f},
@@ -75,11 +51,7 @@ TEST_F(DmtEvalHandComputed, ClayRowFollowsEveryStep) {
       {&T::vecKo, 0.99817675f}, {&T::vecSigmah, 55.468681f}, {&T::vecOCR, 3.0401542f},
       // Rm = 0.14 + 1.024948 ln Kd = 1.579341 (Id <= 0.6); Cu = 0.0925 sigma' Kd^1.25.
       {&T::vecM, 4.8911805f}, {&T::vecCu, 29.739611f}, {&T::vecPhi, 0.0f}});
-}
-
-TEST_F(DmtEvalHandComputed, SandRowTakesPhiAndNoClayParameters) {
-  ASSERT_TRUE(ok);
-  EXPECT_EQ(t.getSoilType(1), 32);
+  // The sand row takes Phi and no clay parameters.
   expectRow(t, 1, {
       // A' 190, B' 795: Po = 199.5 - 39.75; Uo = 3.2 x 9.81.
       {&T::vecPo, 159.75f}, {&T::vecUo, 31.392f}, {&T::vecId, 4.9490495f}, {&T::vecEd, 22.043177f},
@@ -90,24 +62,19 @@ TEST_F(DmtEvalHandComputed, SandRowTakesPhiAndNoClayParameters) {
       // Rm = 0.5 + 0.8686 ln Kd (Id >= 3); L = 0.4343 ln Kd, Phi = 28 + 14.6 L - 2.1 L^2.
       {&T::vecM, 26.649448f}, {&T::vecPhi, 32.911568f},
       {&T::vecKo, 0.0f}, {&T::vecOCR, 0.0f}, {&T::vecCu, 0.0f}, {&T::vecSigmah, 0.0f}, {&T::vecUd, 0.0f}});
-}
-
-TEST_F(DmtEvalHandComputed, SiltRowUsesTheIntermediateRmAndNeitherCuNorPhi) {
-  ASSERT_TRUE(ok);
-  EXPECT_EQ(t.getSoilType(2), 22);  // column 5, row 2
+  // The silt row uses the intermediate Rm and takes neither Cu nor Phi.
   expectRow(t, 2, {
       {&T::vecPo, 292.75f}, {&T::vecId, 1.3965137f}, {&T::vecGamma, 16.677f},
       {&T::vecSigmaV, 91.670799f}, {&T::vecKd, 4.4480486f},  // sigmaV + 17.658 x 0.2
       // r = 0.14 + 0.15 (Id - 0.6); Rm = r + (2.5 - r) x 0.4343 ln Kd = 1.711734.
       {&T::vecM, 21.516628f}, {&T::vecCu, 0.0f}, {&T::vecPhi, 0.0f}, {&T::vecKo, 0.0f}});
-}
 
-TEST_F(DmtEvalHandComputed, ByDepthLookupsInterpolateAndKeepTheirTolerance) {
+  // Values by depth interpolate, and hold the end rows within 0.5 m (the effective stress 0.11).
   EXPECT_NEAR(t.getEdFromZ(5.1f), t.vecEd[0] + (t.vecEd[1] - t.vecEd[0]) * 0.5f, 1e-4);
-  EXPECT_EQ(t.getIdFromZ(4.6f), t.vecId[0]);  // above the first row, within 0.5
+  EXPECT_EQ(t.getIdFromZ(4.6f), t.vecId[0]);
   EXPECT_EQ(t.getIdFromZ(4.4f), 0.0f);
-  EXPECT_EQ(t.getKdFromZ(5.8f), t.vecKd[2]);  // below the last row, within 0.5
-  EXPECT_EQ(t.getSigmaEffVFromZ(4.85f), 0.0f);  // this one keeps 0.11 only
+  EXPECT_EQ(t.getKdFromZ(5.8f), t.vecKd[2]);
+  EXPECT_EQ(t.getSigmaEffVFromZ(4.85f), 0.0f);
   EXPECT_NEAR(t.getKoFromZ(5.1f), t.vecKo[0] * 0.5f, 1e-5);  // the sand row's Ko is 0
 }
 
@@ -117,7 +84,7 @@ TEST_F(DmtEvalHandComputed, ByDepthLookupsInterpolateAndKeepTheirTolerance) {
 
 TEST(DmtEvalEdgeCases, PoBelowUoIsRaisedJustAboveItAndItsIdHidden) {
   // Water 10 m above the ground: Uo at 5 m = 15 x 9.81 = 147.15; A' 115, B' 260.
-  cls_DmtTEST t = makeTest({{5.0f, 100, 300, 0}});
+  T t = withRows({{5.0f, 100, 300, 0}});
   t.sngZw = -10.0f;
   DMTOptions o;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
@@ -126,8 +93,6 @@ TEST(DmtEvalEdgeCases, PoBelowUoIsRaisedJustAboveItAndItsIdHidden) {
   // Id = (260 - 147.26) / 0.11 is clipped to 99.9, then hidden by Po / Uo < 1.05; Ed stays.
   EXPECT_EQ(t.vecId[0], 0.0f);
   EXPECT_CLOSE(t.vecEd[0], (260.0f - 147.26f) * 34.7f / 1000.0f);
-  // The water above the ground loads the first row: 5 x 17 + 10 x 9.81.
-  EXPECT_CLOSE(t.vecSigmaV[0], 85.0f + 98.1f);
 
   // Without the feeler correction the real Id still takes the corrected Po: 107.75.
   o.blnFeeler = false;
@@ -137,7 +102,7 @@ TEST(DmtEvalEdgeCases, PoBelowUoIsRaisedJustAboveItAndItsIdHidden) {
 
 TEST(DmtEvalEdgeCases, KdAtTheCapShowsAsHundred) {
   // Near the top the effective stress is tiny: Kd = 992.75 / 1.7 is clipped.
-  cls_DmtTEST t = makeTest({{0.1f, 1000, 1500, 0}, {3.0f, 400, 900, 0}});
+  T t = withRows({{0.1f, 1000, 1500, 0}, {3.0f, 400, 900, 0}});
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
   EXPECT_EQ(t.vecKd[0], 100.0f);
   // Above Kd 10 one Rm serves every Id, taken at the clipped 99.9: 0.32 + 0.946774 ln Kd.
@@ -145,28 +110,22 @@ TEST(DmtEvalEdgeCases, KdAtTheCapShowsAsHundred) {
 }
 
 TEST(DmtEvalEdgeCases, IdExactlyAtTheLimitIsAClay) {
-  cls_DmtTEST t = makeTest({{3.0f, 300, 700, 0}});
+  T t = withRows({{3.0f, 300, 700, 0}});
   DMTOptions o;
   o.sngPhiIdMin = 0.1f;  // Phi would be evaluated for any Id above the limit
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
   const float id = t.vecId[0];
-  ASSERT_GT(id, 1.0f);
-
-  o.sngIdLimit = id;
-  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
-  EXPECT_GT(t.vecCu[0], 0.0f);
-  EXPECT_EQ(t.vecPhi[0], 0.0f);
-  o.sngIdLimit = std::nextafter(id, 0.0f);
-  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
-  EXPECT_EQ(t.vecCu[0], 0.0f);
-  EXPECT_GT(t.vecPhi[0], 0.0f);
+  for (const float limit : {id, std::nextafter(id, 0.0f)}) {
+    o.sngIdLimit = limit;
+    ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
+    EXPECT_EQ(t.vecCu[0] > 0.0f, limit == id) << limit;
+    EXPECT_EQ(t.vecPhi[0] > 0.0f, limit != id) << limit;
+  }
 }
 
 TEST(DmtEvalEdgeCases, FirstRowStressIgnoresTheStepAndLaterRowsUseIt) {
-  cls_DmtTEST t = makeTest({{3.0f, 300, 700, 0}, {3.5f, 300, 700, 0}});
-  t.sngGammaTop = 18.0f;
-  t.sngDeltaZ = 0.25f;
-  ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
+  T t = withRows({{3.0f, 300, 700, 0}, {3.5f, 300, 700, 0}});
+  t.sngGammaTop = 18.0f, t.sngDeltaZ = 0.25f;
   // Water standing 1.5 m above the ground loads the first row; its density scales the column.
   t.sngZw = -1.5f;
   DMTOptions o;
@@ -179,7 +138,7 @@ TEST(DmtEvalEdgeCases, FirstRowStressIgnoresTheStepAndLaterRowsUseIt) {
 
 TEST(DmtEvalEdgeCases, EachFilterDropsOnlyRowsBelowItsThreshold) {
   // Row 0 a clay (Id 0.37, Ed 3.1, Kd 3.7, OCR 2.6), row 1 a sand (Id 4.4, Ed 22, Kd 2.1, OCR 0).
-  cls_DmtTEST t = makeTest({{5.0f, 250, 390, 0}, {5.2f, 180, 840, 0}});
+  T t = withRows({{5.0f, 250, 390, 0}, {5.2f, 180, 840, 0}});
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
   const float id0 = t.vecId[0], ed0 = t.vecEd[0], kd0 = t.vecKd[0], ocr0 = t.vecOCR[0];
 
@@ -206,7 +165,7 @@ TEST(DmtEvalEdgeCases, EachFilterDropsOnlyRowsBelowItsThreshold) {
 
 TEST(DmtEvalEdgeCases, LogIdIsZeroAtItsBounds) {
   // Without the feeler: Po = A' = 1000, P1 = B' = 1100 -> Id 0.1 exactly (dry: Uo 0).
-  cls_DmtTEST t = makeTest({{1.0f, 985, 1140, 0}, {1.2f, 985, 1141, 0}, {1.4f, 1, 2000, 0}});
+  T t = withRows({{1.0f, 985, 1140, 0}, {1.2f, 985, 1141, 0}, {1.4f, 1, 2000, 0}});
   DMTOptions o;
   o.blnFeeler = false;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), o));
@@ -216,16 +175,14 @@ TEST(DmtEvalEdgeCases, LogIdIsZeroAtItsBounds) {
 
 // --- The chart of soil codes ---------------------------------------------------------------
 
-TEST(SoilChartCodes, RowsSplitOnTheLines) {
+// Rows split on the lines; below 12 (10 x Ed) the very soft soils take codes of their own.
+TEST(SoilChartCodes, RowsSplitOnTheLinesAndVerySoftSoilsBelowTwelve) {
   // At Id 1 the lines are 10 ^ a: 54.576, 103.039, 194.536, 366.438 (column 4).
   const double lines[] = {54.575786, 103.038612, 194.536008, 366.437575};
   for (int k = 0; k < 4; ++k) {
     EXPECT_EQ(soilChartCode(1.0f, static_cast<float>(lines[k] * 0.9999 / 10)), 16 + k) << k;
     EXPECT_EQ(soilChartCode(1.0f, static_cast<float>(lines[k] * 1.0001 / 10)), 17 + k) << k;
   }
-}
-
-TEST(SoilChartCodes, VerySoftSoilsBelowTwelve) {
   EXPECT_EQ(soilChartCode(0.0999f, 1.19f), 36);
   EXPECT_EQ(soilChartCode(2.5f, 1.19f), 37);
   EXPECT_EQ(soilChartCode(0.05f, 1.2f), 1);  // 12 is no longer very soft

@@ -24,24 +24,26 @@ TEST(DmtOptionsSelect, LinesFillCoefficientsPersonalKeepsThemAndRmSwitchesItsFor
   EXPECT_TRUE(o.blnRmPersonal);
 }
 
+// Readable names serve in any case, and numbers may have spaces around them.
 TEST(DmtOptionsSetByName, NumbersFlagsAndMethodsAreSetAndRefusalsSayWhy) {
   DMTOptions o;
-  EXPECT_TRUE(o.setByName("sngFilterEd", " 2.5 "));
+  for (const auto& [name, value] : {std::pair{"sngFilterEd", " 2.5 "}, {"blnFeeler", "0"}, {"intOCRMethod", "3"},
+                                    {"factorocr", "0.75"}})
+    EXPECT_TRUE(o.setByName(name, value)) << name;
   EXPECT_EQ(o.sngFilterEd, 2.5f);
-  EXPECT_TRUE(o.setByName("blnFeeler", "0"));
   EXPECT_FALSE(o.blnFeeler);
-  EXPECT_TRUE(o.setByName("intOCRMethod", "3"));
   EXPECT_EQ(o.sngOCRM, 2.7f);
-  std::string error;
-  for (const char* bad : {"sngFactorOCR=nan", "blnFeeler=true", "intK0Method=1.5", "intK0Method=5", "sngFoo=1"}) {
-    const std::string pair = bad;
-    EXPECT_FALSE(o.setByName(pair.substr(0, pair.find('=')), pair.substr(pair.find('=') + 1), &error)) << bad;
-  }
-  EXPECT_EQ(error, "unknown option 'sngFoo'");
-  EXPECT_FALSE(o.setByName("phiMethod", "2", &error));
-  EXPECT_EQ(error, "phiMethod: '2' is not 0 or 1");
-  EXPECT_TRUE(o.setByName("factorocr", "0.75"));  // readable names in any case
   EXPECT_EQ(o.sngFactorOCR, 0.75f);
+  const struct { const char *name, *value, *error; } refused[] = {
+      {"sngFactorOCR", "nan", "sngFactorOCR: 'nan' is not a number"}, {"sngFoo", "1", "unknown option 'sngFoo'"},
+      {"blnFeeler", "true", "blnFeeler: 'true' is not 0 or 1"}, {"phiMethod", "2", "phiMethod: '2' is not 0 or 1"},
+      {"intK0Method", "1.5", "intK0Method: '1.5' is not a line of the table (0 to 4)"},
+      {"intK0Method", "5", "intK0Method: '5' is not a line of the table (0 to 4)"}};
+  for (const auto& c : refused) {
+    std::string error;
+    EXPECT_FALSE(o.setByName(c.name, c.value, &error)) << c.name;
+    EXPECT_EQ(error, c.error);
+  }
 }
 
 // A thrust field given by name keeps its value whatever the test's thrust data; the others

@@ -10,11 +10,13 @@
 #include "dmt/DMTOptions.h"
 #include "dmt/Thrust.h"
 #include "dmt/cls_DmtTEST.h"
+#include "dmt_rows.h"
 #include "scratch_folder.h"
 
 namespace koru {
 namespace {
 
+using testing::kDatStrings;
 using testing::ScratchFolder;
 
 const std::string kDefaultHead =
@@ -23,7 +25,9 @@ const std::string kDefaultHead =
     "BLADE THICKNESS [MM] = 13.7\r\nBLADE WIDTH [MM] = 94\r\nTHRUST UNITS = kg\r\n\r\n";
 
 // A thrust that would be written as 0 is left out too: read back, it would end the rows there.
-TEST(ThrustFile, HeadTakesItsFormatsAndOnlyRowsWithThrustFollow) {
+// Read, head keys are trimmed and case-blind, LF lines do, and a key not in the file leaves its
+// field as it was.
+TEST(ThrustFile, HeadTakesItsFormatsOnlyRowsWithThrustFollowAndKeysReadLoosely) {
   RodData rod;
   rod.sngRodDiameter = 3.755f;
   rod.sngRatioDelPhi = 0.6666f;
@@ -41,54 +45,46 @@ TEST(ThrustFile, HeadTakesItsFormatsAndOnlyRowsWithThrustFollow) {
   ASSERT_TRUE(read.complete()) << read.why.reason;
   EXPECT_EQ(back.strRodType, "Aste \xC3\xA0  Z = 1");
   EXPECT_EQ(thrusts, (std::vector<float>{120, 0, 850}));
-}
 
-TEST(ThrustFile, HeadKeysAreTrimmedCaseBlindAndLfLinesRead) {
-  RodData rod;
-  std::vector<float> thrusts;
   ASSERT_TRUE(parseThrustText("  drilled rod diameter [cm]=  4.2 \nOPERATOR = Rossi\n--- rows ---\nZ = 1.20, TH = 300\n\n",
                               "Thrust.dat", {1.0f, 1.2f}, rod, thrusts).complete());
   EXPECT_FLOAT_EQ(rod.sngRodDiameter, 4.2f);
-  EXPECT_FLOAT_EQ(rod.sngRodWeight, 6.5f);  // not in the file: as it was
+  EXPECT_FLOAT_EQ(rod.sngBladeWidth, 95.25f);
   EXPECT_EQ(thrusts, (std::vector<float>{0, 300}));
 }
 
 // The rows are read from line 10 on, below the head; a pointer runs along the test's rows.
 TEST(ThrustFile, RowsAreMatchedToTheTestsRowsUntilOneEndsTheReading) {
-  struct Case {
-    std::string what, rows;
-    int line;  // that ended the reading with a failure, 0 if none
-    std::vector<float> thrusts;
+  // The line that ended the reading with a failure (0 if none), and the thrusts read.
+  const struct { std::string rows; int line; std::vector<float> thrusts; } cases[] = {
+      // A zero thrust on the first row ends the reading at once.
+      {"Z = 1.00, TH = 0\r\nZ = 1.20, TH = 50\r\n", 0, {0, 0, 0, 0}},
+      // The pointer walks back for rows out of order.
+      {"Z = 1.40, TH = 40\r\nZ = 1.20, TH = 20\r\nZ = 1.00, TH = 10\r\n", 0, {10, 20, 40, 0}},
+      // After the last row the pointer stands past the rows.
+      {"Z = 1.60, TH = 40\r\nZ = 1.20, TH = 20\r\n", 11, {0, 0, 0, 40}},
+      // Depths match within 5 mm, but not beyond.
+      {"Z = 1.204, TH = 7\r\nZ = 1.396, TH = 8\r\n", 0, {0, 7, 8, 0}},
+      {"Z = 1.206, TH = 7\r\n", 10, {0, 0, 0, 0}},
+      // A depth below the rows ends the reading; one between two rows ends it instead of walking forever.
+      {"Z = 1.00, TH = 100\r\nZ = 5.00, TH = 200\r\nZ = 1.40, TH = 3\r\n", 11, {100, 0, 0, 0}},
+      {"Z = 1.10, TH = 100\r\n", 10, {0, 0, 0, 0}},
+      // An unreadable row ends it.
+      {"Z = 1.00, TH = 100\r\nZ = 1.20 TH = 300\r\nZ = 1.40, TH = 5\r\n", 11, {100, 0, 0, 0}},
   };
-  const Case cases[] = {
-      {"a zero thrust on the first row ends the reading at once", "Z = 1.00, TH = 0\r\nZ = 1.20, TH = 50\r\n", 0,
-       {0, 0, 0, 0}},
-      {"the pointer walks back for rows out of order", "Z = 1.40, TH = 40\r\nZ = 1.20, TH = 20\r\nZ = 1.00, TH = 10\r\n",
-       0, {10, 20, 40, 0}},
-      {"after the last row the pointer stands past the rows", "Z = 1.60, TH = 40\r\nZ = 1.20, TH = 20\r\n", 11,
-       {0, 0, 0, 40}},
-      {"depths match within 5 mm", "Z = 1.204, TH = 7\r\nZ = 1.396, TH = 8\r\n", 0, {0, 7, 8, 0}},
-      {"but not beyond", "Z = 1.206, TH = 7\r\n", 10, {0, 0, 0, 0}},
-      {"a depth below the rows ends the reading", "Z = 1.00, TH = 100\r\nZ = 5.00, TH = 200\r\nZ = 1.40, TH = 3\r\n", 11,
-       {100, 0, 0, 0}},
-      {"a depth between two rows ends it instead of walking forever", "Z = 1.10, TH = 100\r\n", 10, {0, 0, 0, 0}},
-      {"an unreadable row ends it", "Z = 1.00, TH = 100\r\nZ = 1.20 TH = 300\r\nZ = 1.40, TH = 5\r\n", 11,
-       {100, 0, 0, 0}},
-  };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     RodData rod;
     std::vector<float> thrusts;
     const LoadResult read = parseThrustText(kDefaultHead + c.rows, "Thrust.dat", {1.0f, 1.2f, 1.4f, 1.6f}, rod, thrusts);
-    EXPECT_EQ(read.complete(), c.line == 0) << c.what;
-    EXPECT_EQ(read.why.line, c.line) << c.what;
-    EXPECT_EQ(thrusts, c.thrusts) << c.what;
+    EXPECT_EQ(read.complete(), c.line == 0) << c.rows;
+    EXPECT_EQ(read.why.line, c.line) << c.rows;
+    EXPECT_EQ(thrusts, c.thrusts) << c.rows;
   }
 }
 
 TEST(ThrustFile, LoadThenSaveGivesTheSameBytesAndRemoveDeletesTheFile) {
   const std::string dat =
-      "1.2,1.6,2,0.15,0.4,34.7,0.05,3,0,1.73293,0.2\r\n\"Studio Rossi\",\"Comune di Prato\"\r\n"
-      "\"Job 7\",\"Via Roma\",\"no remark\"\r\n\"5 MAR 2008\",\"DMT1\"\r\n120,300\r\n130,310\r\n150,330\r\n";
+      "1.2,1.6,2,0.15,0.4,34.7,0.05,3,0,1.73293,0.2\r\n" + kDatStrings + "120,300\r\n130,310\r\n150,330\r\n";
   const std::string thrust = kDefaultHead + "Z = 1.20, TH = 420\r\nZ = 1.60, TH = 515\r\n";
   ScratchFolder dir;
   cls_DmtTEST t;

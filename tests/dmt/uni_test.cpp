@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
 #include "dmt/UniExport.h"
@@ -12,14 +11,14 @@
 namespace koru {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::ScratchFolder;
 
 // Two rows with their results filled in by hand, chosen to show each field's rounding: halves
 // go to the even neighbour (255.5 -> 256, 254.5 -> 254, 1.25 -> 1.2 ...), and Kd is printed positive.
-cls_DmtTEST smallTest(const fs::path& datPath) {
+TEST(UniFile, SmallTestLineByLine) {
+  ScratchFolder dir;
   cls_DmtTEST t;
-  t.setDatPath(datPath);
+  t.setDatPath(dir / "VERT_7" / "DMT_7.dat");
   t.strFirm = "Studio \"Rossi\"";
   t.strRemark = "citt\xC3\xA0";
   t.strDate = "5 MAR 2008";
@@ -41,31 +40,16 @@ cls_DmtTEST smallTest(const fs::path& datPath) {
   t.vecM = {7.75f, 100.0f};
   t.vecCu = {35.5f, 0.0f};
   t.vecSoilType = {6, 0};
-  return t;
-}
-
-const std::string kSmallUni =
-    "DMTUNI92\r\n"
-    "\"DBSM\"\r\n"
-    "\"DMT_7.dat\"\r\n"
-    "1.2,1.4,2.5,101.25\r\n"
-    "\"Studio 'Rossi'\"\r\n"
-    "\"\"\r\n\"\"\r\n\"\"\r\n"
-    "\"citt\xE0\"\r\n"
-    "\"5 MAR 2008\"\r\n"
-    "\"DMT1\"\r\n"
-    "2\r\n"
-    "1.2,256,400,18.2,20,0,0.34,3.46,5,0.88,2.34,7.8,36,6\r\n"
-    "1.4,254,400,17.2,0,2,1.26,12.12,12.2,1,99.9,100,0,0\r\n";
-
-TEST(UniFile, SmallTestLineByLine) {
-  ScratchFolder dir;
-  const cls_DmtTEST t = smallTest(dir / "VERT_7" / "DMT_7.dat");
-  EXPECT_EQ(uniFileText(t), kSmallUni);
-
+  // Head: name of the .dat file, Zi, Zf, Zw, elevation, the seven strings, the row count.
+  const std::string uni =
+      "DMTUNI92\r\n\"DBSM\"\r\n\"DMT_7.dat\"\r\n1.2,1.4,2.5,101.25\r\n"
+      "\"Studio 'Rossi'\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"citt\xE0\"\r\n\"5 MAR 2008\"\r\n\"DMT1\"\r\n2\r\n"
+      "1.2,256,400,18.2,20,0,0.34,3.46,5,0.88,2.34,7.8,36,6\r\n"
+      "1.4,254,400,17.2,0,2,1.26,12.12,12.2,1,99.9,100,0,0\r\n";
+  EXPECT_EQ(uniFileText(t), uni);
   Diagnostic why;
   ASSERT_TRUE(t.generateUNI(dir / "DMT1.uni", &why)) << why.toString();
-  EXPECT_EQ(ScratchFolder::read(dir / "DMT1.uni"), kSmallUni);
+  EXPECT_EQ(ScratchFolder::read(dir / "DMT1.uni"), uni);
 }
 
 // Also: the name of the .dat file is the part after the last backslash.
