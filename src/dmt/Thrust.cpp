@@ -308,7 +308,7 @@ bool cls_DmtTEST::saveThrust(Diagnostic* why) const {
 //
 // K is the sand's Ko, which the dilatometer measures where a cone can't: from Kd and the blade's
 // own qD with the calibration-chamber fit of
-//   G. Baldi, R. Bellotti, V. Ghionna, M. Jamiolkowski, S. Marchetti and E. Pasqualini (1986),
+//   G. Baldi and others (1986),
 //   "Flat dilatometer tests in calibration chambers", Proc. In Situ '86, ASCE
 //   Conference, Blacksburg VA, pp. 431-446:   Ko = 0.376 + 0.095 Kd - 0.0017 qD / sigma'v.
 // The blade's shape, B/L = thickness / width, takes the shape factor of a rectangle,
