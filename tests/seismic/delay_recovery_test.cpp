@@ -12,12 +12,7 @@ namespace {
 
 using koru::synth::StrikeSettings;
 
-struct Case {
-  int32_t waveType;
-  float tcamp;
-  double velocity;
-  float z;
-};
+struct Case { int32_t waveType; float tcamp; double velocity; float z; };
 
 StrikeSettings settings(const Case& c) {
   StrikeSettings s;

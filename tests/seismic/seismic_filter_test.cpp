@@ -28,10 +28,8 @@ cls_SEISMOGRAM strike(float tcamp = 100, int16_t triggerType = 0) {
 // The recursion of one code written out from the analogue prototypes, evaluated in double with
 // the coefficients rounded to Singles, as the record keeps them.
 std::vector<double> reference(const std::vector<float>& x, int code, double fc, double tcamp, double mean, int start) {
-  auto c = [](double v) {
-    volatile float f = static_cast<float>(v);  // through memory, so no optimiser can skip it
-    return static_cast<double>(f);
-  };
+  // Through memory, so no optimiser can skip the rounding.
+  auto c = [](double v) { volatile float f = static_cast<float>(v); return static_cast<double>(f); };
   if (code <= 1) fc = 180;
   const double k = c(2 * kPi * fc * 1e-6 * tcamp);
   std::vector<double> b(5, 0.0), a(5, 0.0);

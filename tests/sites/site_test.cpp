@@ -22,11 +22,8 @@ using ::testing::IsEmpty;
 // Every file and folder below `root`, relative, folders ending in "/".
 std::set<std::string> treeOf(const fs::path& root) {
   std::set<std::string> entries;
-  for (const auto& entry : fs::recursive_directory_iterator(root)) {
-    std::string rel = entry.path().lexically_relative(root).generic_string();
-    if (entry.is_directory()) rel += "/";
-    entries.insert(rel);
-  }
+  for (const auto& entry : fs::recursive_directory_iterator(root))
+    entries.insert(entry.path().lexically_relative(root).generic_string() + (entry.is_directory() ? "/" : ""));
   return entries;
 }
 
