@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,13 +38,8 @@ TEST(StringsReader, EntriesAreReadByTheirLineRules) {
       {"lines that are no entry outside a text are ignored", "40000 \"too large\"\r\n8 no quotes\r\n32767 \"largest\"",
        {{32767, "largest"}}},
       {"a multi-line text is joined with CR LF leaving out comments and empty lines",
-       "100 \"First line\r\n"
-       "second line\r\n"
-       "// a note for translators, not part of the text\r\n"
-       "\r\n"
-       "   indented third line\r\n"
-       "last line\"\r\n"
-       "101 \"After\"\r\n",
+       "100 \"First line\r\nsecond line\r\n// a note for translators, not part of the text\r\n\r\n"
+       "   indented third line\r\nlast line\"\r\n101 \"After\"\r\n",
        {{100, "First line\r\nsecond line\r\n   indented third line\r\nlast line"}, {101, "After"}}},
       {"a whole entry line ends a text whose closing quote is missing",
        "200 \"Text whose closing quote was forgotten\r\nand a second line\r\n201 \"Next entry\"\r\n202 \"Still read\"\r\n",
@@ -68,40 +64,27 @@ class StringsLookup : public ::testing::Test {
  protected:
   StringsLookup() : strings(prompts) {
     strings.setFilePath("/opt/koru/Language/Test.h");
-    auto& t = strings.table();
-    t.append(5, "Depth");
-    t.append(6, "Exactly10!");
-    t.append(7, "Pr\xC3\xA9" "cision");  // "Précision", 9 characters, 10 bytes
-    t.append(8, "Value XXX of XXX");
-    t.append(4201, "First");
-    t.append(4202, "Second");
-    t.append(4203, "Third");
-    t.append(4204, "Fourth");
+    // 7 is "Précision": 9 characters, 10 bytes.
+    for (const auto& [id, text] : Entries{{6, "Exactly10!"}, {7, "Pr\xC3\xA9" "cision"}, {8, "Value XXX of XXX"},
+                                          {4201, "First"}, {4202, "Second"}, {4203, "Third"}})
+      strings.table().append(id, text);
   }
   ScriptedPrompts prompts;
   ProgramStrings strings;
 };
 
-TEST_F(StringsLookup, AMissingNumberBeepsNamesTheFileAndGivesAnEmptyText) {
+TEST_F(StringsLookup, AMissingNumberBeepsAndTextsAreCutReplacedAndJoined) {
   EXPECT_EQ(strings.getString(77), "");
   EXPECT_EQ(prompts.beeps, 1);
   ASSERT_EQ(prompts.messages.size(), 1u);
   EXPECT_EQ(prompts.messages[0].text, "Unable to find string number 77 in language file:\r\n/opt/koru/Language/Test.h");
-}
 
-TEST_F(StringsLookup, GetStringMaxCutsOnlyTextsLongerThanTheLength) {
   EXPECT_EQ(strings.getStringMax(6, 10), "Exactly10!");  // exactly the length: whole
   EXPECT_EQ(strings.getStringMax(6, 9), "Exactly1.");
   EXPECT_EQ(strings.getStringMax(7, 9), "Pr\xC3\xA9" "cision");  // counted in characters, not bytes
   EXPECT_EQ(strings.getStringMax(7, 4), "Pr\xC3\xA9.");
-}
-
-TEST_F(StringsLookup, GetStringXReplacesEveryPlaceholder) {
   EXPECT_EQ(strings.getStringX(8, "3.5"), "Value 3.5 of 3.5");
   EXPECT_EQ(strings.getStringX(8, "XXX"), "Value XXX of XXX");  // no rescanning of the value
-}
-
-TEST_F(StringsLookup, GetStringRangeJoinsTheTextsWithTheSeparatorRepeated) {
   EXPECT_EQ(strings.getStringRange("4201-4203", 2, ""), "First\r\n\r\nSecond\r\n\r\nThird");  // "" is CR LF
   EXPECT_EQ(strings.getStringRange(" 4202 - 4203 ", 3, " "), "Second   Third");
   EXPECT_EQ(strings.getStringRange("4201-4202", 0, " "), "FirstSecond");
@@ -115,21 +98,11 @@ class LanguageLoading : public ::testing::Test {
  protected:
   LanguageLoading() : strings(prompts) {}
 
-  void writeLanguage(std::string_view name, const std::string& bytes) {
-    share.write("Language/" + std::string(name) + ".h", bytes);
-  }
-
   // "id \"<prefix> id\"" for every id.
-  static std::string entries(const std::vector<int>& ids, std::string_view prefix) {
+  void writeLanguage(std::string_view name, const std::vector<int>& ids, std::string_view prefix) {
     std::string out = "// test file\r\n";
     for (int id : ids) out += std::to_string(id) + " \"" + std::string(prefix) + " " + std::to_string(id) + "\"\r\n";
-    return out;
-  }
-
-  static std::vector<int> englishIds() {
-    std::vector<int> ids;
-    for (int i = 0; i < 40; ++i) ids.push_back(100 + 10 * i);  // 100, 110, ... 490
-    return ids;
+    share.write("Language/" + std::string(name) + ".h", out);
   }
 
   ScratchFolder share;
@@ -137,14 +110,14 @@ class LanguageLoading : public ::testing::Test {
   ProgramStrings strings;
 };
 
-TEST_F(LanguageLoading, AThirdLanguageMissingFiveIdsReportsThemOnceInEnglish) {
-  std::vector<int> all = englishIds();
-  writeLanguage("English", entries(all, "en"));
-  std::vector<int> own;
+TEST_F(LanguageLoading, MissingIdsAreReportedOnceInEnglishInABoxUpToTwentyElseToTheCaller) {
+  std::vector<int> all(40);  // 100, 110, ... 490
+  for (size_t i = 0; i < all.size(); ++i) all[i] = 100 + 10 * static_cast<int>(i);
+  writeLanguage("English", all, "en");
   const std::vector<int> dropped = {100, 200, 210, 330, 490};  // first, neighbours, middle, last
-  for (int id : all)
-    if (std::find(dropped.begin(), dropped.end(), id) == dropped.end()) own.push_back(id);
-  writeLanguage("Deutsch", entries(own, "de"));
+  std::vector<int> own;
+  std::set_difference(all.begin(), all.end(), dropped.begin(), dropped.end(), std::back_inserter(own));
+  writeLanguage("Deutsch", own, "de");
 
   auto result = loadLanguage(strings, share.path(), "Deutsch");
   EXPECT_EQ(std::vector<int>(result.missingIds.begin(), result.missingIds.end()), dropped);
@@ -156,27 +129,21 @@ TEST_F(LanguageLoading, AThirdLanguageMissingFiveIdsReportsThemOnceInEnglish) {
   EXPECT_EQ(strings.getString(480), "de 480");
   EXPECT_EQ(strings.getString(490), "en 490");
   EXPECT_EQ(prompts.messages.size(), 1u);
-}
 
-TEST_F(LanguageLoading, TwentyMissingGoToAMessageBoxAndTwentyOneToTheCaller) {
-  std::vector<int> all = englishIds();
-  writeLanguage("English", entries(all, "en"));
-  writeLanguage("Twenty", entries(std::vector<int>(all.begin() + 20, all.end()), "x"));
-  writeLanguage("TwentyOne", entries(std::vector<int>(all.begin() + 21, all.end()), "x"));
-
+  // Twenty missing still go to a message box, twenty-one to the caller.
+  writeLanguage("Twenty", std::vector<int>(all.begin() + 20, all.end()), "x");
+  writeLanguage("TwentyOne", std::vector<int>(all.begin() + 21, all.end()), "x");
   EXPECT_TRUE(loadLanguage(strings, share.path(), "Twenty").reportForWindow.empty());
-  EXPECT_EQ(prompts.messages.size(), 1u);
+  EXPECT_EQ(prompts.messages.size(), 2u);
   auto twentyOne = loadLanguage(strings, share.path(), "TwentyOne");
-  EXPECT_EQ(prompts.messages.size(), 1u);  // no second box
+  EXPECT_EQ(prompts.messages.size(), 2u);  // no further box
   EXPECT_NE(twentyOne.reportForWindow.find("\r\n300  en 300"), std::string::npos);
-}
 
-TEST_F(LanguageLoading, AMissingLanguageFileFallsBackOnEnglishEntirely) {
-  writeLanguage("English", entries({10, 20}, "en"));
-  auto result = loadLanguage(strings, share.path(), "Nowhere");
-  EXPECT_FALSE(result.fileRead);
-  EXPECT_EQ(result.missingIds.size(), 2u);
-  EXPECT_EQ(strings.getString(20), "en 20");
+  // No file for the language at all: English throughout.
+  auto none = loadLanguage(strings, share.path(), "Nowhere");
+  EXPECT_FALSE(none.fileRead);
+  EXPECT_EQ(none.missingIds.size(), all.size());
+  EXPECT_EQ(strings.getString(480), "en 480");
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -185,8 +152,8 @@ TEST_F(LanguageLoading, AMissingLanguageFileFallsBackOnEnglishEntirely) {
 class LanguageChoiceAtStart : public LanguageLoading {
  protected:
   LanguageChoiceAtStart() {
-    writeLanguage("English", entries({1, 2}, "en"));
-    writeLanguage("Italiano", entries({1, 2}, "it"));
+    writeLanguage("English", {1, 2}, "en");
+    writeLanguage("Italiano", {1, 2}, "it");
   }
   void store(std::string_view value) { settings.SaveSetting("KORU", "General", "Language", value); }
   std::string stored() const { return settings.GetSetting("KORU", "General", "Language", "<none>"); }
@@ -204,7 +171,7 @@ TEST_F(LanguageChoiceAtStart, NumbersOfOlderVersionsAndNamesInAnyCaseAreUndersto
 }
 
 TEST_F(LanguageChoiceAtStart, TheFrenchFileUnderItsOldNameIsRenamed) {
-  writeLanguage("Fran\xC3\xA7" "ais", entries({1, 2}, "fr"));
+  writeLanguage("Fran\xC3\xA7" "ais", {1, 2}, "fr");
   store("Fran\xC3\xA7" "ais");
   auto choice = chooseLanguageAtStart(strings, settings, share.path());
   EXPECT_EQ(choice.language, "French");
@@ -212,18 +179,14 @@ TEST_F(LanguageChoiceAtStart, TheFrenchFileUnderItsOldNameIsRenamed) {
   EXPECT_EQ(strings.getString(2), "fr 2");
 
   // An old file beside a newer one does not replace it.
-  writeLanguage("Fran\xC3\xA7" "ais", entries({1, 2}, "old"));
+  writeLanguage("Fran\xC3\xA7" "ais", {1, 2}, "old");
   store("FRENCH");
   chooseLanguageAtStart(strings, settings, share.path());
   EXPECT_EQ(strings.getString(1), "fr 1");
 }
 
 TEST(StringsReader, ATextWithoutItsClosingQuoteIsReadInPartAndToldAtItsLine) {
-  const struct {
-    const char* bytes;
-    LoadStatus status;
-    int line;
-  } cases[] = {
+  const struct { const char* bytes; LoadStatus status; int line; } cases[] = {
       {"1 \"A\"\r\n2 \"B\r\nC\"\r\n", LoadStatus::Complete, 0},
       {"1 \"A\"\r\n\r\n2 \"B\r\n3 \"C\"\r\n4 \"D\r\n", LoadStatus::Partial, 3},
       {"// x\r\n7 \"Cut", LoadStatus::Partial, 2},

@@ -12,48 +12,29 @@ namespace {
 
 using koru::synth::StrikeSettings;
 
-struct Case {
-  int32_t waveType;
-  float tcamp;
-  double velocity;
-  float z;
-};
-
-std::vector<Case> grid() {
-  std::vector<Case> cases;
-  for (float tcamp : {50.0f, 100.0f, 200.0f, 400.0f})
-    for (float z : {2.0f, 8.0f, 20.0f}) {
-      for (double v : {80.0, 120.0, 200.0, 300.0, 450.0, 600.0}) cases.push_back({0, tcamp, v, z});
-      for (double v : {300.0, 500.0, 800.0, 1200.0, 1600.0, 2000.0}) cases.push_back({1, tcamp, v, z});
-    }
-  return cases;
-}
+struct Case { int32_t waveType; float tcamp; double velocity; float z; };
 
 StrikeSettings settings(const Case& c) {
   StrikeSettings s;
-  s.waveType = c.waveType;
-  s.sngTcamp = c.tcamp;
-  s.velocity = c.velocity;
-  s.Z = c.z;
-  if (c.waveType == 1) {  // the longer record and receiver base of compression waves
-    s.n = static_cast<int>(85000 / c.tcamp);
-    s.distG1G2 = 0.604f;
-    s.distHammer = 1.6f;
-    s.frequency = 50;
-    s.arrival = 20;
-  } else {
-    s.n = static_cast<int>(70000 / c.tcamp);
-  }
+  s.waveType = c.waveType, s.sngTcamp = c.tcamp, s.velocity = c.velocity, s.Z = c.z;
+  s.noise = 0, s.quantise = false;
+  s.n = static_cast<int>((c.waveType == 1 ? 85000 : 70000) / c.tcamp);
+  // The longer record and receiver base of compression waves.
+  if (c.waveType == 1) s.distG1G2 = 0.604f, s.distHammer = 1.6f, s.frequency = 50, s.arrival = 20;
   return s;
 }
 
 TEST(EvalV, CleanStrikesGiveTheirDelayToTheResolutionOfTheUpSampling) {
-  for (const auto& c : grid()) {
+  std::vector<Case> grid;
+  for (float tcamp : {50.0f, 100.0f, 200.0f, 400.0f})
+    for (float z : {2.0f, 8.0f, 20.0f}) {
+      for (double v : {80.0, 120.0, 200.0, 300.0, 450.0, 600.0}) grid.push_back({0, tcamp, v, z});
+      for (double v : {300.0, 500.0, 800.0, 1200.0, 1600.0, 2000.0}) grid.push_back({1, tcamp, v, z});
+    }
+  for (const auto& c : grid) {
     SCOPED_TRACE(testing::Message() << "wave " << c.waveType << " tcamp " << c.tcamp << " v " << c.velocity << " z "
                                     << c.z);
-    auto s = settings(c);
-    s.noise = 0;
-    s.quantise = false;
+    const auto s = settings(c);
     auto r = koru::synth::makeSyntheticStrike(s);
     r.set_elabString("5,180;0;0,0");  // the whole trace: no window takes part
     ASSERT_TRUE(r.evalV());
@@ -70,16 +51,10 @@ TEST(EvalV, CleanStrikesGiveTheirDelayToTheResolutionOfTheUpSampling) {
 }
 
 TEST(EvalV, ChannelTwoSampledLaterAddsItsLagToTheDelay) {
-  StrikeSettings s;
-  s.noise = 0;
-  s.quantise = false;
-  auto base = koru::synth::makeSyntheticStrike(s);
-  base.set_elabString("5,180;0;0,0");
-  base.evalV();
-  auto lagged = koru::synth::makeSyntheticStrike(s);
+  const auto s = settings({0, 100, 200, 5});
+  auto base = koru::synth::makeSyntheticStrike(s), lagged = base;
   lagged.delaySampleG2 = 40;  // the same traces, channel 2 sampled 40 us after channel 1
-  lagged.set_elabString("5,180;0;0,0");
-  lagged.evalV();
+  for (auto* r : {&base, &lagged}) r->set_elabString("5,180;0;0,0"), r->evalV();
   EXPECT_FLOAT_EQ(lagged.rawDelay(), base.rawDelay());
   EXPECT_NEAR(lagged.DeltaT(), base.DeltaT() + 0.04, 1e-6);
 }

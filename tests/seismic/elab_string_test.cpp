@@ -18,7 +18,7 @@ TEST(ElabString, TextRoundTripsUnchangedBecauseParametersStayText) {
   }
 }
 
-TEST(ElabString, StagesLandInTheirCodesAndLists) {
+TEST(ElabString, StagesLandInTheirCodesAndAShortTextFailsAfterTheEarlierStages) {
   cls_SEISMOGRAM r;
   ASSERT_TRUE(r.set_elabString("2,180;0,0,4095;0,0"));
   EXPECT_EQ(r.filterCode, 2);
@@ -26,10 +26,8 @@ TEST(ElabString, StagesLandInTheirCodesAndLists) {
   ASSERT_TRUE(r.set_elabString("6;0;-1"));
   EXPECT_TRUE(r.filterParams.empty());
   EXPECT_EQ(r.rephaseCode, -1);
-}
 
-TEST(ElabString, EmptyTextChangesNothingAndAShortOneFailsAfterTheEarlierStages) {
-  cls_SEISMOGRAM r;
+  // An empty text changes nothing; a short one fails after setting the earlier stages.
   r.set_elabString("5,180;4;0,0");
   EXPECT_TRUE(r.set_elabString(""));
   EXPECT_EQ(r.get_elabString(), "5,180;4;0,0");

@@ -21,20 +21,15 @@ constexpr double kPi = 3.14159265358979323846;
 // A noisy strike, whole counts, 400 samples at the given sample time.
 cls_SEISMOGRAM strike(float tcamp = 100, int16_t triggerType = 0) {
   koru::synth::StrikeSettings s;
-  s.n = 400;
-  s.sngTcamp = tcamp;
-  s.noise = 3;
-  s.triggerType = triggerType;
+  s.n = 400, s.sngTcamp = tcamp, s.noise = 3, s.triggerType = triggerType;
   return koru::synth::makeSyntheticStrike(s);
 }
 
 // The recursion of one code written out from the analogue prototypes, evaluated in double with
 // the coefficients rounded to Singles, as the record keeps them.
 std::vector<double> reference(const std::vector<float>& x, int code, double fc, double tcamp, double mean, int start) {
-  auto c = [](double v) {
-    volatile float f = static_cast<float>(v);  // through memory, so no optimiser can skip it
-    return static_cast<double>(f);
-  };
+  // Through memory, so no optimiser can skip the rounding.
+  auto c = [](double v) { volatile float f = static_cast<float>(v); return static_cast<double>(f); };
   if (code <= 1) fc = 180;
   const double k = c(2 * kPi * fc * 1e-6 * tcamp);
   std::vector<double> b(5, 0.0), a(5, 0.0);
@@ -138,14 +133,12 @@ TEST(SeismicFilter, StackingBringsTheOtherStrikeToThisGainAndAverages) {
 
 TEST(SeismicFilter, WindowIntervalInMillisecondsAndItsCode) {
   cls_SEISMOGRAM r;
-  r.sngTcamp = 100;
-  r.setIntN(700);
+  r.sngTcamp = 100, r.setIntN(700);
   r.set_cutLow_ms(10.04f);  // 100.4 samples -> "100"
   r.set_cutHigh_ms(30.25f);  // 302.5 samples -> "303" (written with "0": halves away from zero)
   EXPECT_EQ(r.windowParams, (std::vector<std::string>{"100", "303"}));
   EXPECT_EQ(r.windowCode, 2);
-  r.set_cutLow_ms(-5);
-  r.set_cutHigh_ms(1000);  // bounded by the sample count: the whole trace, hence no window
+  r.set_cutLow_ms(-5), r.set_cutHigh_ms(1000);  // bounded by the sample count: the whole trace, hence no window
   EXPECT_EQ(r.windowParams, (std::vector<std::string>{"0", "700"}));
   EXPECT_EQ(r.windowCode, 0);
 }

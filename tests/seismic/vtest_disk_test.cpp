@@ -24,9 +24,7 @@ constexpr const char* kWholeTrace = "5,180;0;0,0";
 
 synth::StrikeSettings strikeAt(float z, double velocity, uint32_t seed) {
   synth::StrikeSettings s;
-  s.Z = z;
-  s.velocity = velocity;
-  s.seed = seed;
+  s.Z = z, s.velocity = velocity, s.seed = seed;
   return s;
 }
 
@@ -71,7 +69,6 @@ TEST(VTestFromDisk, VerticalOfThreeStrikesPerDepthGivesTheTrueVelocity) {
   std::vector<Diagnostic> problems;
   EXPECT_EQ(fromDisk.evaluateStrikes(&problems), 6);
   EXPECT_TRUE(problems.empty());
-
   const auto v = fromDisk.get_vecV();
   ASSERT_EQ(v.size(), 2u);
   for (size_t d = 0; d < depths.size(); ++d) {
@@ -96,8 +93,7 @@ TEST(StrikesFileMoves, MoveFileRewritesTheDepthAndReevaluatesAGoodStrike) {
   ASSERT_EQ(site.test.strikes.Count(), 1);
   const cls_zSTRIKES& z = *site.test.strikes.item(1);
   EXPECT_FLOAT_EQ(z.Z, 6.0f);
-  cls_SEISMOGRAM moved;
-  EXPECT_FLOAT_EQ(moved.loadZ(site.test.seismogramPath("5")), 6.0f);
+  EXPECT_FLOAT_EQ(cls_SEISMOGRAM().loadZ(site.test.seismogramPath("5")), 6.0f);
 
   // Same delay over the longer path difference at 6 m.
   cls_SEISMOGRAM at6 = synth::makeSyntheticStrike(shot);

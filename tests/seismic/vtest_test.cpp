@@ -8,13 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "scratch_folder.h"
 #include "seismic/cls_VTEST.h"
 
 namespace koru {
 namespace {
-
-using testing::ScratchFolder;
 
 // Three depths as the program writes them: a full line, a depth with bad files only (empty
 // fields in a row), and one whose good list holds a strike with velocity 0.
@@ -23,12 +20,6 @@ const std::string kIndex =
     "2.50:0::-1.00::::16,17:#5,180;4;0,0::\r\n"
     "3.125:300:300,0:-1.00:18:18,19:#5,180;4;0,0:::20:6;0;-1\r\n";
 
-cls_zSTRIKES depthWithVelocities(const std::string& vList) {
-  cls_zSTRIKES z(1.0f);
-  z.vList = vList;
-  z.evaluateData();
-  return z;
-}
 
 
 // ---- Mean velocity and scatter --------------------------------------------------------------
@@ -45,7 +36,9 @@ TEST(StrikesEvaluateData, MeanAndCoefficientOfVariationOfTheNonZeroVelocities) {
       {"200,200,201", 200, 100.0 * std::sqrt(0.5) / 200.0},  // 200.333 -> 200; S = 0 + 0 + 1
   };
   for (const auto& c : cases) {
-    const auto z = depthWithVelocities(c.vList);
+    cls_zSTRIKES z(1.0f);
+    z.vList = c.vList;
+    z.evaluateData();
     EXPECT_EQ(z.vMean, c.vMean) << c.vList;
     EXPECT_NEAR(z.devStd, c.devStd, 1e-4) << c.vList;
   }
@@ -55,14 +48,9 @@ TEST(StrikesEvaluateData, MeanAndCoefficientOfVariationOfTheNonZeroVelocities) {
 
 // ---- Depths ---------------------------------------------------------------------------------
 
-cls_STRIKES depthsAt(const std::vector<float>& zs) {
-  cls_STRIKES s;
-  for (float z : zs) s.add(cls_zSTRIKES(z));
-  return s;
-}
-
 TEST(StrikesDepths, DepthsWithinHalfAMillimetreAreOneAndTheClosestNeighbourIsNegative) {
-  const auto s = depthsAt({1.0f, 2.0f, 3.0f});
+  cls_STRIKES s;
+  for (float z : {1.0f, 2.0f, 3.0f}) s.add(cls_zSTRIKES(z));
   const struct { float z; int byZ, closest; } cases[] = {
       {1.0004f, 1, 1}, {0.9996f, 1, 1}, {1.0006f, 0, -1}, {1.7f, 0, -2},
       {2.5f, 0, -2},  // equal distances: the first
@@ -77,45 +65,31 @@ TEST(StrikesDepths, DepthsWithinHalfAMillimetreAreOneAndTheClosestNeighbourIsNeg
 
 // ---- Index file -----------------------------------------------------------------------------
 
-TEST(VTestIndexFile, FileReadsIntoDepthsAndIsWrittenBackByteForByte) {
-  ScratchFolder dir;
-  cls_VTEST t(dir.write("VS_1.dat", kIndex), dir / "VS_1");
-  Diagnostic why;
-  ASSERT_EQ(t.loadInfo(&why), 0) << why.toString();
+TEST(VTestIndexFile, TextReadsIntoDepthsAndIsWrittenBackByteForByte) {
+  cls_VTEST t;
+  ASSERT_TRUE(t.parseIndex(kIndex, "VS_1.dat").complete());
   ASSERT_EQ(t.strikes.Count(), 3);
-
   EXPECT_FLOAT_EQ(t.strikes.item(1)->devStd, 6.73f);
   EXPECT_EQ(t.strikes.item(2)->elabBad, "#5,180;4;0,0") << "an empty elab string keeps its place";
   EXPECT_FLOAT_EQ(t.strikes.item(3)->Z, 3.125f);
-
-  t.setPaths(dir / "copy.dat", dir / "VS_1");
-  ASSERT_TRUE(t.saveInfo(&why)) << why.toString();
-  EXPECT_EQ(ScratchFolder::read(dir / "copy.dat"), kIndex);
+  EXPECT_EQ(t.indexText(), kIndex);
 }
 
-TEST(VTestIndexFile, DepthsOutOfOrderAreSortedAndEqualDepthsKeepTheFileOrder) {
+// Depths out of order are sorted, equal depths keep the file order; a bad line ends the read and
+// keeps the depths before it.
+TEST(VTestIndexFile, DepthsAreSortedAndABadLineEndsTheRead) {
   cls_VTEST t;
-  ASSERT_EQ(t.readIndexText("2.00:0::-1.00::::1:::\r\n"
-                            "1.00:0::-1.00::::2:::\r\n"
-                            "1.00:0::-1.00::::3:::\r\n"
-                            "0.50:0::-1.00::::4:::\r\n"),
-            0);
+  ASSERT_TRUE(t.parseIndex("2.00:0::-1.00::::1:::\r\n1.00:0::-1.00::::2:::\r\n1.00:0::-1.00::::3:::\r\n"
+                           "0.50:0::-1.00::::4:::\r\n", "VS_1.dat").complete());
   ASSERT_EQ(t.strikes.Count(), 4);
   const char* expected[] = {"4", "2", "3", "1"};
   for (int i = 1; i <= 4; ++i) EXPECT_EQ(t.strikes.item(i)->badList, expected[i - 1]) << i;
-}
 
-TEST(VTestIndexFile, ABadLineEndsTheReadAndKeepsTheDepthsBeforeIt) {
-  cls_VTEST t(ScratchFolder().path() / "VS_1.dat", "VS_1");
-  Diagnostic why;
-  EXPECT_EQ(t.readIndexText("1.00:0::-1.00::::1:::\r\n"
-                            "2.00:0::-1.00::1\r\n"
-                            "3.00:0::-1.00::::3:::\r\n",
-                            &why),
-            1);
-  EXPECT_EQ(t.strikes.Count(), 1);
-  EXPECT_EQ(why.line, 2);
-
+  cls_VTEST bad;
+  const LoadResult r = bad.parseIndex("1.00:0::-1.00::::1:::\r\n2.00:0::-1.00::1\r\n3.00:0::-1.00::::3:::\r\n", "VS_1.dat");
+  EXPECT_FALSE(r.complete());
+  EXPECT_EQ(r.why.line, 2);
+  EXPECT_EQ(bad.strikes.Count(), 1);
 }
 
 TEST(VTestIndexFile, AColonOrLineBreakInsideAFieldCannotSplitTheLine) {

@@ -28,8 +28,7 @@ TEST(FSFolderNames, OnlyOnePlainNumberAfterThePrefixIsValid) {
 TEST(FSNewFolderNames, TakesTheSmallestFreeNumber) {
   ScratchFolder root;
   EXPECT_EQ(FS::newSiteFolderName(root.path()), "SITE_1");
-  fs::create_directories(root / "SITE_1");
-  fs::create_directories(root / "SITE_3");
+  for (const char* taken : {"SITE_1", "SITE_3"}) fs::create_directories(root / taken);
   EXPECT_EQ(FS::newSiteFolderName(root.path()), "SITE_2");
   fs::create_directories(root / "SITE_2");
   EXPECT_EQ(FS::newSiteFolderName(root.path()), "SITE_4");
@@ -51,7 +50,7 @@ TEST(FSLineFiles, SplitsOnEveryKindOfLineEnd) {
   EXPECT_THAT(FS::splitLines("a\r\n\r\nb\r\n"), ElementsAre("a", "", "b"));
 }
 
-TEST(FSCopyFolder, KeepsExistingFilesUnlessAskedToReplaceThem) {
+TEST(FSCopy, KeepsExistingFilesUnlessAskedToReplaceThem) {
   ScratchFolder root;
   root.write("a/x.dat", "new");
   root.write("a/y.dat", "y");
@@ -63,16 +62,12 @@ TEST(FSCopyFolder, KeepsExistingFilesUnlessAskedToReplaceThem) {
   EXPECT_EQ(ScratchFolder::read(root / "b" / "y.dat"), "y");  // the rest is still copied
   EXPECT_TRUE(FS::copyFolder(root / "a", root / "b", true));
   EXPECT_EQ(ScratchFolder::read(root / "b" / "x.dat"), "new");
-}
 
-TEST(FSCopyFile, NeverReplacesUnlessAskedAndNeverCopiesOntoItself) {
-  ScratchFolder root;
-  root.write("a.dat", "A");
-  root.write("b.dat", "B");
-  EXPECT_FALSE(FS::copyFile(root / "a.dat", root / "b.dat"));
-  EXPECT_EQ(ScratchFolder::read(root / "b.dat"), "B");
-  EXPECT_TRUE(FS::copyFile(root / "a.dat", root / "a.dat", true));
-  EXPECT_EQ(ScratchFolder::read(root / "a.dat"), "A");
+  // A single file is never replaced unless asked, and never copied onto itself.
+  EXPECT_FALSE(FS::copyFile(root / "a" / "y.dat", root / "b" / "x.dat"));
+  EXPECT_EQ(ScratchFolder::read(root / "b" / "x.dat"), "new");
+  EXPECT_TRUE(FS::copyFile(root / "a" / "y.dat", root / "a" / "y.dat", true));
+  EXPECT_EQ(ScratchFolder::read(root / "a" / "y.dat"), "y");
 }
 
 TEST(FSDeleteFolder, RefusesFilesAndPathsThatAreNoFolderName) {

