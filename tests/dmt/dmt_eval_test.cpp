@@ -32,7 +32,10 @@ void expectRow(const T& t, size_t row, std::initializer_list<Expect> expected) {
 //   A' = A - 10 + 15 + 5 = A + 10        B' = B - 10 - 40 + 5 = B - 45
 TEST(DmtEvalHandComputed, ClaySandAndSiltRowsFollowEveryStep) {
   T t = withRows({{5.0f, 250, 390, 100}, {5.2f, 180, 840, 0}, {5.4f, 300, 700, 0}});
-  t.sngZMCal = 5, t.sngZMAB = 10, t.sngZMC = 8, t.sngZw = 2.0f;
+  t.sngZMCal = 5;
+  t.sngZMAB = 10;
+  t.sngZMC = 8;
+  t.sngZw = 2.0f;
   ASSERT_TRUE(t.evalDMT(cls_GAMMA(), cls_U(), DMTOptions()));
   // Codes: row 1 column 2; row 2 column 7; row 2 column 5.
   EXPECT_EQ(t.vecSoilType, (std::vector<int16_t>{6, 32, 22}));
@@ -125,7 +128,8 @@ TEST(DmtEvalEdgeCases, IdExactlyAtTheLimitIsAClay) {
 
 TEST(DmtEvalEdgeCases, FirstRowStressIgnoresTheStepAndLaterRowsUseIt) {
   T t = withRows({{3.0f, 300, 700, 0}, {3.5f, 300, 700, 0}});
-  t.sngGammaTop = 18.0f, t.sngDeltaZ = 0.25f;
+  t.sngGammaTop = 18.0f;
+  t.sngDeltaZ = 0.25f;
   // Water standing 1.5 m above the ground loads the first row; its density scales the column.
   t.sngZw = -1.5f;
   DMTOptions o;

@@ -16,11 +16,20 @@ struct Case { int32_t waveType; float tcamp; double velocity; float z; };
 
 StrikeSettings settings(const Case& c) {
   StrikeSettings s;
-  s.waveType = c.waveType, s.sngTcamp = c.tcamp, s.velocity = c.velocity, s.Z = c.z;
-  s.noise = 0, s.quantise = false;
+  s.waveType = c.waveType;
+  s.sngTcamp = c.tcamp;
+  s.velocity = c.velocity;
+  s.Z = c.z;
+  s.noise = 0;
+  s.quantise = false;
   s.n = static_cast<int>((c.waveType == 1 ? 85000 : 70000) / c.tcamp);
   // The longer record and receiver base of compression waves.
-  if (c.waveType == 1) s.distG1G2 = 0.604f, s.distHammer = 1.6f, s.frequency = 50, s.arrival = 20;
+  if (c.waveType == 1) {
+    s.distG1G2 = 0.604f;
+    s.distHammer = 1.6f;
+    s.frequency = 50;
+    s.arrival = 20;
+  }
   return s;
 }
 

@@ -37,7 +37,8 @@ cls_SEISMOGRAM fromChannels(const std::vector<float>& g1, const std::vector<floa
 
 TEST(EvalV, VelocityRoundsHalvesToEven) {
   cls_SEISMOGRAM r;  // no samples: the delay stage alone decides
-  r.Z = 1, r.distHammer = 0;
+  r.Z = 1;
+  r.distHammer = 0;
   // DeltaS, the difference of the two straight rays: 0.5 m for G1G2 0.5 (1.25 - 0.75), 0.75 m for 0.75.
   const struct { float distG1G2; const char* elab; int v; } cases[] = {
       {0.5f, "6;0;3,8", 62}, {0.75f, "6;0;3,4", 188}, {0.75f, "6;0;3,-4", 0}};  // 62.5, 187.5, a negative delay
@@ -63,7 +64,10 @@ int64_t bruteBestLag(const std::vector<double>& a, const std::vector<double>& b,
   double bestValue = 0;
   for (int64_t k = low; k <= high; ++k) {
     const double c = k < 0 ? 0 : bruteCorrelation(a, b, k);
-    if (c > bestValue) bestValue = c, best = k;
+    if (c > bestValue) {
+      bestValue = c;
+      best = k;
+    }
   }
   return (best == low || best == high) ? -1 : best;
 }
@@ -104,7 +108,9 @@ TEST(EvalV, LagSearchPicksTheSameLagAsABruteForceSearch) {
 
 TEST(EvalV, LagSearchKeepsTheFirstOfEqualPeaks) {
   std::vector<double> a(20, 0.0), b(20, 0.0);
-  a[0] = 1, b[4] = 2, b[9] = 2;  // correlation 2 at lags 4 and 9
+  a[0] = 1;
+  b[4] = 2;
+  b[9] = 2;  // correlation 2 at lags 4 and 9
   EXPECT_EQ(LagSearch::bestLag(a.data(), b.data(), 20, 0, 15), 4);
   b[9] = 2.0000001;
   EXPECT_EQ(LagSearch::bestLag(a.data(), b.data(), 20, 0, 15), 9);
@@ -152,11 +158,17 @@ std::vector<cls_Semionda> referenceHalfWaves(const std::vector<float>& x) {
     auto [s, e] = runs[k];
     if (e - s <= 1) continue;
     cls_Semionda h;
-    h.sign = sgn(x[static_cast<size_t>(s)]), h.iStart = s, h.iEnd = e, h.iMax = s;
+    h.sign = sgn(x[static_cast<size_t>(s)]);
+    h.iStart = s;
+    h.iEnd = e;
+    h.iMax = s;
     for (int j = s; j <= e; ++j) {
       const float v = x[static_cast<size_t>(j)];
       h.energy += v;
-      if (std::fabs(v) > h.max) h.max = std::fabs(v), h.iMax = j;
+      if (std::fabs(v) > h.max) {
+        h.max = std::fabs(v);
+        h.iMax = j;
+      }
     }
     out.push_back(h);
   }

@@ -21,7 +21,10 @@ constexpr double kPi = 3.14159265358979323846;
 // A noisy strike, whole counts, 400 samples at the given sample time.
 cls_SEISMOGRAM strike(float tcamp = 100, int16_t triggerType = 0) {
   koru::synth::StrikeSettings s;
-  s.n = 400, s.sngTcamp = tcamp, s.noise = 3, s.triggerType = triggerType;
+  s.n = 400;
+  s.sngTcamp = tcamp;
+  s.noise = 3;
+  s.triggerType = triggerType;
   return koru::synth::makeSyntheticStrike(s);
 }
 
@@ -44,13 +47,26 @@ std::vector<double> reference(const std::vector<float>& x, int code, double fc, 
   } else {
     double p1, q1, r1, p2, q2, r2;
     if (code == 4) {
-      p1 = k * k + 2.6794 * k + 1.9556, q1 = 2 * k * k - 3.9112, r1 = k * k - 2.6794 * k + 1.9556;
-      p2 = k * k + 1.5486 * k + 1.556, q2 = 2 * k * k - 3.112, r2 = k * k - 1.5486 * k + 1.556;
+      p1 = k * k + 2.6794 * k + 1.9556;
+      q1 = 2 * k * k - 3.9112;
+      r1 = k * k - 2.6794 * k + 1.9556;
+      p2 = k * k + 1.5486 * k + 1.556;
+      q2 = 2 * k * k - 3.112;
+      r2 = k * k - 1.5486 * k + 1.556;
     } else {
-      p1 = k * k + 3.6956 * k + 4, q1 = 2 * k * k - 8, r1 = k * k - 3.6956 * k + 4;
-      p2 = k * k + 1.5308 * k + 4, q2 = 2 * k * k - 8, r2 = k * k - 1.5308 * k + 4;
+      p1 = k * k + 3.6956 * k + 4;
+      q1 = 2 * k * k - 8;
+      r1 = k * k - 3.6956 * k + 4;
+      p2 = k * k + 1.5308 * k + 4;
+      q2 = 2 * k * k - 8;
+      r2 = k * k - 1.5308 * k + 4;
     }
-    p1 = c(p1), q1 = c(q1), r1 = c(r1), p2 = c(p2), q2 = c(q2), r2 = c(r2);
+    p1 = c(p1);
+    q1 = c(q1);
+    r1 = c(r1);
+    p2 = c(p2);
+    q2 = c(q2);
+    r2 = c(r2);
     const double k4 = k * k * k * k;
     b = {c(k4), c(4 * k4), c(6 * k4), c(4 * k4), c(k4)};
     a = {c(p2 * p1), c(p2 * q1 + q2 * p1), c(q2 * q1 + r2 * p1 + p2 * r1), c(q2 * r1 + r2 * q1), c(r2 * r1)};

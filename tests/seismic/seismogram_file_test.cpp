@@ -36,7 +36,10 @@ TEST(SeismogramFile, ReadsAndWritesBackHeaderKeysTrailingBlanksAndPaddedColumns)
 
 TEST(SeismogramFile, WritesOptionalLinesOnlyWhenTheyHoldSomething) {
   auto r = smallRecord();
-  r.delaySampleG2 = 50, r.notes = "wet clay", r.triggerType = 1, r.TrigDelay = 4;
+  r.delaySampleG2 = 50;
+  r.notes = "wet clay";
+  r.triggerType = 1;
+  r.TrigDelay = 4;
   const std::string text = r.fileText();
   EXPECT_NE(text.find("Sample Time [us] = 100 \r\nDelay Sample G2 [us] = 50 \r\nNSamples = 3\r\n"), std::string::npos);
   EXPECT_NE(text.find("Trigger Type = External\r\nTrigger Delay = 4\r\nDate = "), std::string::npos);
@@ -49,10 +52,15 @@ TEST(SeismogramFile, ProgramWrittenFilesSurviveLoadAndSaveByteForByte) {
   records.push_back(smallRecord());
   records.push_back(koru::synth::makeSyntheticStrike({}));
   koru::synth::StrikeSettings compression;
-  compression.waveType = 1, compression.n = 1700, compression.sngTcamp = 50, compression.triggerType = 1;
+  compression.waveType = 1;
+  compression.n = 1700;
+  compression.sngTcamp = 50;
+  compression.triggerType = 1;
   compression.quantise = false;  // fractions, as stacked records hold
   auto vp = koru::synth::makeSyntheticStrike(compression);
-  vp.delaySampleG2 = 37, vp.notes = "  two  blanks, a tab\tand caf\xC3\xA9 ", vp.Z = 12.3456f;
+  vp.delaySampleG2 = 37;
+  vp.notes = "  two  blanks, a tab\tand caf\xC3\xA9 ";
+  vp.Z = 12.3456f;
   records.push_back(vp);
 
   for (size_t k = 0; k < records.size(); ++k) {

@@ -26,7 +26,8 @@ cls_SEISMOGRAM withSamples(const std::vector<float>& g1, const std::vector<float
 
 TEST(Seismogram, StoreKeepsTheSumAndTakesExtremesOnlyPastTheStartSamples) {
   cls_SEISMOGRAM r;
-  r.sngTcamp = 100, r.filterCode = 5;  // four start samples
+  r.sngTcamp = 100;
+  r.filterCode = 5;  // four start samples
   r.setIntN(8);
   const std::vector<float> g1 = {250, 1, 2, 3, 4, 100, 90, 110};
   for (int i = 0; i < 8; ++i) EXPECT_TRUE(r.storeG1(g1[static_cast<size_t>(i)], i));
@@ -54,10 +55,12 @@ TEST(Seismogram, ResetOfExtremesLeavesTheRawSumsSoASecondPrepareDoublesTheMeans)
 
 TEST(Seismogram, ScaleFollowsReferenceVoltageAndGain) {
   auto r = withSamples({100, 100, 150, 100}, {100, 110, 100, 100});
-  r.Gain = 100, r.hardwareMinor = 1;  // newer hardware: 3.3 V
+  r.Gain = 100;
+  r.hardwareMinor = 1;  // newer hardware: 3.3 V
   r.calcMeansAndVoltage();
   EXPECT_FLOAT_EQ(r.K4mV, 3300.0f / 100 / 256);
-  r.Gain = 0.5f, r.hardwareMinor = 0;  // 5 V; a gain below 1 counts as 1
+  r.Gain = 0.5f;
+  r.hardwareMinor = 0;  // 5 V; a gain below 1 counts as 1
   r.calcMeansAndVoltage();
   EXPECT_FLOAT_EQ(r.K4mV, 5000.0f / 256);
   // maxGr: the largest deviation from the mean on either channel (G1: 150 - 112.5).

@@ -24,7 +24,9 @@ constexpr const char* kWholeTrace = "5,180;0;0,0";
 
 synth::StrikeSettings strikeAt(float z, double velocity, uint32_t seed) {
   synth::StrikeSettings s;
-  s.Z = z, s.velocity = velocity, s.seed = seed;
+  s.Z = z;
+  s.velocity = velocity;
+  s.seed = seed;
   return s;
 }
 

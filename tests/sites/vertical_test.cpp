@@ -56,7 +56,8 @@ TEST_F(VerticalFixture, DepthsSurviveAMachineWithADecimalComma) {
   const std::locale previous = std::locale::global(std::locale(std::locale::classic(), new CommaPoint));
   for (const char* name : {"de_DE.UTF-8", "it_IT.UTF-8", "fr_FR.UTF-8", "de_DE", "it_IT"})
     if (std::setlocale(LC_ALL, name)) break;
-  vertical.sngZabs = 123.25f, vertical.sngZw = 1.5f;
+  vertical.sngZabs = 123.25f;
+  vertical.sngZw = 1.5f;
   const bool saved = vertical.saveVerticalFile();
   cls_VERTICAL read;
   read.setFolders(siteFolder, "VERT_1");
@@ -71,7 +72,9 @@ TEST_F(VerticalFixture, DepthsSurviveAMachineWithADecimalComma) {
 
 TEST_F(VerticalFixture, SavingWritesOnlyTheTestsWhoseFlagIsSet) {
   vertical.dmt->addZABCtoData(0.2f, 50, 120, 0, false);
-  vertical.blnTestDMT = false, vertical.blnTestVp = true, vertical.blnTestDissip = true;
+  vertical.blnTestDMT = false;
+  vertical.blnTestVp = true;
+  vertical.blnTestDissip = true;
   ASSERT_TRUE(vertical.saveInfo());
   EXPECT_FALSE(fs::exists(folder / "DMT_1.dat"));
   EXPECT_TRUE(fs::is_directory(folder / "VP_1"));
