@@ -32,15 +32,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::abort();
   (void)(t.test() + t.returnCoeff() + t.strTabularData() + t.reportHeader() + t.reportData() + t.reportResults());
 
-  // A header text holding a comma (which a quoted field of a foreign file can bring in) loses
-  // what follows it on the way back, and may leave a stray "T = ..." that breaks the readings
-  // off; the file is stable one round later. Any other file is stable at once.
+  // A header text holding a comma (which a quoted field of a foreign file can bring in, the start
+  // date and time included) loses what follows it on the way back, and may leave a stray
+  // "T = ..." that breaks the readings off; the file is stable one round later. Any other file
+  // is stable at once.
   const std::string written = koru::utf8ToCp1252(t.strDisFile());
   bool complete = false;
   const std::string again = rewritten(written, complete);
   if (complete && again == written) return 0;
   bool textHasComma = false;
-  for (const std::string* text : {&t.Firm, &t.Customer, &t.Job, &t.Site, &t.Remark, &t.Data, &t.TstName})
+  for (const std::string* text : {&t.Firm, &t.Customer, &t.Job, &t.Site, &t.Remark, &t.Data, &t.TstName, &t.startDate,
+                                   &t.startTime})
     textHasComma = textHasComma || text->find(',') != std::string::npos;
   if (!textHasComma || rewritten(again, complete) != again || !complete) std::abort();
   return 0;

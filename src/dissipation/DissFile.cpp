@@ -55,10 +55,10 @@ std::string quotedText(std::string_view text) {
 // A start date or time, which stands without quotes: a line break would split the line, and the
 // reader drops blanks around an unquoted value, so the file never holds them.
 std::string bare(std::string_view text) {
-  std::string clean(trimmed(text));
+  std::string clean(text);
   for (char& c : clean)
     if (c == '\r' || c == '\n') c = ' ';
-  return clean;
+  return std::string(trimmed(clean));
 }
 
 // Field text as it may appear in a message: not endless.
@@ -169,8 +169,8 @@ std::string cls_DissTEST::strDisFile() const {
   if (Id > 0) out += "ID = " + shortest(Id) + kCrLf;
   if (OCR > 0) out += "OCR = " + shortest(OCR) + kCrLf;
   if (Mh > 0) out += "MH = " + shortest(Mh) + kCrLf;
-  if (!isBlankText(startDate)) out += "STARTDATE = " + bare(startDate) + kCrLf;
-  if (!isBlankText(startTime)) out += "STARTTIME = " + bare(startTime) + kCrLf;
+  if (const std::string date = bare(startDate); !date.empty()) out += "STARTDATE = " + date + kCrLf;
+  if (const std::string time = bare(startTime); !time.empty()) out += "STARTTIME = " + time + kCrLf;
   const size_t n = std::min({static_cast<size_t>(std::max<int>(N_, 0)), vT_.size(), vA_.size()});
   for (size_t i = 0; i < n; ++i)
     out += "T =" + padLeft(formatNumber(vT_[i], "0.00"), 6) + ", A =" + padLeft(std::to_string(vA_[i]), 6) + kCrLf;
