@@ -3,6 +3,8 @@
 // how far it got in one of these; the operations that the rest of the program calls turn it into
 // the status values they return (-1 for a complete read, a flag, ...), so callers keep one shape.
 
+#include <utility>
+
 #include "frame/Diagnostic.h"
 
 namespace koru {
