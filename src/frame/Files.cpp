@@ -94,4 +94,11 @@ bool writeFileAtomically(const fs::path& path, std::string_view bytes, Diagnosti
   return true;
 }
 
+bool writeFilesTogether(const std::vector<FileContent>& files, Diagnostic* error) {
+  // Simple form until temporaries are kept apart from the renames.
+  for (const FileContent& file : files)
+    if (!writeFileAtomically(file.path, file.bytes, error)) return false;
+  return true;
+}
+
 }  // namespace koru

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "frame/Diagnostic.h"
 
@@ -27,5 +28,15 @@ std::optional<std::string> readFileBytes(const std::filesystem::path& path, Diag
 // Writes the bytes to a temporary file beside the target and renames it over the target, so a
 // failed save never destroys the previous good file.
 bool writeFileAtomically(const std::filesystem::path& path, std::string_view bytes, Diagnostic* error = nullptr);
+
+// One file of a save that writes several together.
+struct FileContent {
+  std::filesystem::path path;
+  std::string bytes;
+};
+// Writes files that belong together (a test and its thrust readings): every temporary is
+// written first, and only when all are on disk are they renamed into place. If any step fails,
+// none of the files is replaced.
+bool writeFilesTogether(const std::vector<FileContent>& files, Diagnostic* error = nullptr);
 
 }  // namespace koru
