@@ -41,15 +41,15 @@ std::string padLeft(std::string text, size_t width) {
 // The shortest form of a stored number.
 std::string shortest(float value) { return formatNumber(value, ""); }
 
-// A header text as the file holds it: a double quote would end the value early and a line break
-// would split the line, so they become a single quote and a blank.
-std::string quotedText(std::string_view text) {
+// A header text as the file holds it, without its quotes: a double quote would end the value
+// early and a line break would split the line, so they become a single quote and a blank.
+std::string storableText(std::string_view text) {
   std::string clean(text);
   for (char& c : clean) {
     if (c == '"') c = '\'';
     if (c == '\r' || c == '\n') c = ' ';
   }
-  return "\"" + clean + "\"";
+  return clean;
 }
 
 // A start date or time, which stands without quotes: a line break would split the line, and the
@@ -156,8 +156,9 @@ std::string cls_DissTEST::strDisFile() const {
   const std::pair<const char*, const std::string*> texts[] = {
       {"FIRM = ", &Firm}, {"CUSTOMER = ", &Customer}, {"JOB = ", &Job},         {"SITE = ", &Site},
       {"REMARK = ", &Remark}, {"DATE = ", &Data},     {"TESTNAME = ", &TstName}};
+  // A text made only of blanks and line breaks would read back as blank, which is never written.
   for (const auto& [key, text] : texts)
-    if (!isBlankText(*text)) out += key + quotedText(*text) + kCrLf;
+    if (const std::string clean = storableText(*text); !isBlankText(clean)) out += key + ("\"" + clean + "\"") + kCrLf;
   if (Zd_ > 0) out += "ZD = " + shortest(Zd_) + kCrLf;
   if (Zm > 0) out += "ZM = " + shortest(Zm) + kCrLf;
   if (DeltaA > 0) out += "DELTAA = " + std::to_string(DeltaA) + kCrLf;
