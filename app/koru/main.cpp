@@ -1,6 +1,7 @@
 // koru: the command line of KORU Desk. Evaluates, exports, plots and reports on test files and
 // sites without the desktop program.
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -11,6 +12,19 @@
 #include "frame/ProgramFolders.h"
 #include "frame/strings/Language.h"
 #include "usage.h"
+
+namespace {
+
+// A language is a file of the Language folder, named in any case. English is always known: every
+// language falls back on it, and a missing English file is told as such when it is loaded.
+bool isKnownLanguage(const std::vector<std::string>& languages, const std::string& language) {
+  const std::string upper = koru::upperCaseLatin(language);
+  return upper == "ENGLISH" || std::any_of(languages.begin(), languages.end(), [&](const std::string& name) {
+           return koru::upperCaseLatin(name) == upper;
+         });
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   koru::cli::Context context{{}, std::cout, std::cerr, std::nullopt, argv[0]};
@@ -49,7 +63,17 @@ int main(int argc, char** argv) {
                                                      KORU_SOURCE_SHARE_DIR);
   koru::cli::ConsolePrompts prompts(std::cerr);
   koru::ProgramStrings strings(prompts);
-  koru::loadLanguage(strings, folders.shareDir, language);
+  const auto languages = koru::listLanguages(folders.shareDir);
+  if (!isKnownLanguage(languages, language)) {
+    std::cerr << "koru: no language '" << language << "'; the languages are:";
+    for (const auto& name : languages) std::cerr << ' ' << name;
+    std::cerr << " (in " << (folders.shareDir / "Language").string() << ")\n";
+    return koru::cli::kExitUsage;
+  }
+  if (koru::loadLanguage(strings, folders.shareDir, language).englishMissing) {
+    std::cerr << koru::englishMissingProblem(folders.shareDir).toString() << '\n';
+    return koru::cli::kExitDataError;
+  }
   context.strings = &strings;
 
   const std::string command = rest.front();

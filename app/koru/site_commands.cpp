@@ -6,6 +6,7 @@
 #include "dmt_output.h"
 #include "frame/Files.h"
 #include "frame/Numbers.h"
+#include "frame/TextCodec.h"
 #include "results/cls_FileOptions.h"
 #include "results/cls_statVars.h"
 #include "sites/FS.h"
@@ -53,6 +54,16 @@ int openVertical(Context& context, const std::string& siteFolder, const std::str
   return index;
 }
 
+// The site's files are Windows-1252 text: a name with a character they cannot hold is refused
+// here, where the user can still choose another, rather than stored with a "?" in its place.
+bool isStorable(Context& context, std::string_view what, const std::string& text) {
+  const auto bad = firstUnstorable(text);
+  if (!bad) return true;
+  context.err << "koru: the " << what << " \"" << text << "\" cannot be stored: \"" << *bad
+              << "\" is not a character of the Windows-1252 files\n";
+  return false;
+}
+
 int siteList(Context& context) {
   const auto root = sitesPath(context);
   CsvLine header;
@@ -69,6 +80,7 @@ int siteList(Context& context) {
 
 int siteCreate(Context& context) {
   if (context.args.size() != 1) return usageError(context, "site create");
+  if (!isStorable(context, "site name", context.args[0])) return kExitUsage;
   const auto root = sitesPath(context);
   if (!ensureFolder(root)) {
     context.err << root.string() << ": cannot create the SITES folder\n";
@@ -109,6 +121,7 @@ int siteUni(Context& context) {
 
 int verticalCreate(Context& context) {
   if (context.args.empty() || context.args.size() > 2) return usageError(context, "vertical create");
+  if (context.args.size() == 2 && !isStorable(context, "test name", context.args[1])) return kExitUsage;
   cls_SITE site;
   if (!openSite(context, context.args[0], site)) return kExitDataError;
   std::vector<Diagnostic> problems;

@@ -34,6 +34,37 @@ int byteFor(uint32_t cp) {
   return -1;
 }
 
+// The character of UTF-8 text that starts at byte `i`: its Windows-1252 byte (-1 when the code
+// page has none, or the text is not UTF-8 there) and how many bytes it takes (1 for a broken one).
+struct Decoded {
+  int byte;
+  size_t length;
+};
+
+Decoded decodeAt(std::string_view text, size_t i) {
+  const auto c = static_cast<unsigned char>(text[i]);
+  uint32_t cp;
+  size_t len;
+  if (c < 0x80) {
+    cp = c, len = 1;
+  } else if ((c & 0xE0) == 0xC0) {
+    cp = c & 0x1F, len = 2;
+  } else if ((c & 0xF0) == 0xE0) {
+    cp = c & 0x0F, len = 3;
+  } else if ((c & 0xF8) == 0xF0) {
+    cp = c & 0x07, len = 4;
+  } else {
+    return {-1, 1};
+  }
+  if (i + len > text.size()) return {-1, 1};
+  for (size_t k = 1; k < len; ++k) {
+    const auto cc = static_cast<unsigned char>(text[i + k]);
+    if ((cc & 0xC0) != 0x80) return {-1, 1};
+    cp = (cp << 6) | (cc & 0x3F);
+  }
+  return {byteFor(cp), len};
+}
+
 }  // namespace
 
 std::string cp1252ToUtf8(std::string_view bytes) {
@@ -55,40 +86,21 @@ std::string cp1252ToUtf8(std::string_view bytes) {
 std::string utf8ToCp1252(std::string_view text) {
   std::string out;
   out.reserve(text.size());
-  size_t i = 0;
-  while (i < text.size()) {
-    unsigned char c = static_cast<unsigned char>(text[i]);
-    uint32_t cp;
-    size_t len;
-    if (c < 0x80) {
-      cp = c, len = 1;
-    } else if ((c & 0xE0) == 0xC0) {
-      cp = c & 0x1F, len = 2;
-    } else if ((c & 0xF0) == 0xE0) {
-      cp = c & 0x0F, len = 3;
-    } else if ((c & 0xF8) == 0xF0) {
-      cp = c & 0x07, len = 4;
-    } else {
-      out += '?';
-      ++i;
-      continue;
-    }
-    bool valid = i + len <= text.size();
-    for (size_t k = 1; valid && k < len; ++k) {
-      unsigned char cc = static_cast<unsigned char>(text[i + k]);
-      if ((cc & 0xC0) != 0x80) valid = false;
-      else cp = (cp << 6) | (cc & 0x3F);
-    }
-    if (!valid) {
-      out += '?';
-      ++i;
-      continue;
-    }
-    int b = byteFor(cp);
-    out += b >= 0 ? static_cast<char>(b) : '?';
-    i += len;
+  for (size_t i = 0; i < text.size();) {
+    const Decoded d = decodeAt(text, i);
+    out += d.byte >= 0 ? static_cast<char>(d.byte) : '?';
+    i += d.length;
   }
   return out;
+}
+
+std::optional<std::string_view> firstUnstorable(std::string_view text) {
+  for (size_t i = 0; i < text.size();) {
+    const Decoded d = decodeAt(text, i);
+    if (d.byte < 0) return text.substr(i, d.length);
+    i += d.length;
+  }
+  return std::nullopt;
 }
 
 }  // namespace koru

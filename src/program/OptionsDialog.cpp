@@ -3,13 +3,13 @@
 #include <vector>
 
 #include "frame/Numbers.h"
+#include "frame/strings/StringIds.h"
 #include "frame/strings/StringTable.h"
 
 namespace koru {
 
 namespace {
 
-constexpr int kMustBeGreater = 94, kMustBeAtLeast = 95, kMustBeLess = 96, kMustBeAtMost = 97, kMustBeNumber = 99;
 constexpr std::string_view kGeometryFormat = "0.00#";
 
 std::string coefficient(float value) { return formatNumber(value, ""); }
@@ -28,13 +28,26 @@ float number(std::string_view text) { return parseSingle(text); }
 struct Check {
   OptionsField field;
   const std::string* text;
-  std::string_view label;
+  int16_t label;  // the field's name in the language of the program
   double min, max;
   std::string_view format;
-  bool minExclusive, maxExclusive;
 };
 
 constexpr double kAny = 1e30;
+
+// The wait times are 16-bit milliseconds.
+std::vector<Check> waitTimeChecks(const OptionsFields& f) {
+  return {{OptionsField::TxRx, &f.txRx, kStrLabelTxRx, 0, 32767, "0"},
+          {OptionsField::TxTx, &f.txTx, kStrLabelTxTx, 0, 32767, "0"}};
+}
+
+// Tells the first field that fails its check, or gives None.
+OptionsField firstInvalid(const std::vector<Check>& checks, const ProgramStrings& strings) {
+  for (const auto& c : checks)
+    if (!validateNumber(*c.text, strings.getString(c.label), c.min, c.max, c.format, false, false, strings))
+      return c.field;
+  return OptionsField::None;
+}
 
 }  // namespace
 
@@ -62,12 +75,12 @@ bool validateNumber(std::string_view text, std::string_view label, double min, d
     strings.prompts().showMessage(message, msgbox::kOkOnly + msgbox::kExclamation, "");
     return false;
   };
-  if (!isNumericText(text)) return show(kMustBeNumber, "");
+  if (!isNumericText(text)) return show(kStrMustBeNumber, "");
   const double value = parseSingle(text);
   if (minExclusive ? value <= min : value < min)
-    return show(minExclusive ? kMustBeGreater : kMustBeAtLeast, formatNumber(min, format));
+    return show(minExclusive ? kStrMustBeGreater : kStrMustBeAtLeast, formatNumber(min, format));
   if (maxExclusive ? value >= max : value > max)
-    return show(maxExclusive ? kMustBeLess : kMustBeAtMost, formatNumber(max, format));
+    return show(maxExclusive ? kStrMustBeLess : kStrMustBeAtMost, formatNumber(max, format));
   return true;
 }
 
@@ -136,12 +149,12 @@ void tickFilter(OptionsFields& fields, DataFilter filter, bool ticked) {
   if (ticked) *box.text = box.fallback;
 }
 
-std::string filterLabel(DataFilter filter) {
+std::string filterLabel(DataFilter filter, const ProgramStrings& strings) {
   switch (filter) {
-    case DataFilter::Id: return "Id < ";
-    case DataFilter::Ed: return "Ed < ";
-    case DataFilter::OCR: return "OCR < ";
-    case DataFilter::Kd: return "Kd < ";
+    case DataFilter::Id: return strings.getString(kStrLabelFilterId);
+    case DataFilter::Ed: return strings.getString(kStrLabelFilterEd);
+    case DataFilter::OCR: return strings.getString(kStrLabelFilterOCR);
+    case DataFilter::Kd: return strings.getString(kStrLabelFilterKd);
   }
   return "";
 }
@@ -163,7 +176,9 @@ void selectCuMethod(OptionsFields& f, int index) {
   fillFromTable(cuMethodTable(), index, f.cuM, f.cuN, f.cuK);
 }
 
-std::string rmFormulaLine(int rmMethod) { return rmMethod == 0 ? "see ASCE '80 (p. 318)" : "Rm = m x Kd ^ n + k"; }
+std::string rmFormulaLine(int rmMethod, const ProgramStrings& strings) {
+  return strings.getString(rmMethod == 0 ? kStrRmFormulaBuiltIn : kStrRmFormulaPersonal);
+}
 
 bool isKoExponentDoubtful(std::string_view text) {
   if (!isNumericText(text)) return true;
@@ -194,53 +209,53 @@ void stepWaitTime(std::string& field, int step) {
   field = std::to_string(value);
 }
 
-void saveWaitTimes(const OptionsFields& fields, AppState& state, SettingsStore& settings) {
-  if (isNumericText(fields.txRx)) {
-    state.intTxRx = toInt16(parseSingle(fields.txRx)).value_or(state.intTxRx);
-    settings.SaveSetting(kSettingsApp, "SerPort", "txrx", std::to_string(state.intTxRx));
-  }
-  if (isNumericText(fields.txTx)) {
-    state.intTxTx = toInt16(parseSingle(fields.txTx)).value_or(state.intTxTx);
-    settings.SaveSetting(kSettingsApp, "SerPort", "txtx", std::to_string(state.intTxTx));
-  }
+OptionsField saveWaitTimes(const OptionsFields& fields, AppState& state, SettingsStore& settings,
+                           const ProgramStrings& strings) {
+  const OptionsField invalid = firstInvalid(waitTimeChecks(fields), strings);
+  if (invalid != OptionsField::None) return invalid;
+  state.intTxRx = toInt16(parseSingle(fields.txRx)).value_or(state.intTxRx);
+  state.intTxTx = toInt16(parseSingle(fields.txTx)).value_or(state.intTxTx);
+  settings.SaveSetting(kSettingsApp, "SerPort", "txrx", std::to_string(state.intTxRx));
+  settings.SaveSetting(kSettingsApp, "SerPort", "txtx", std::to_string(state.intTxTx));
+  return OptionsField::None;
 }
 
 OptionsField confirmOptions(const OptionsFields& f, AppState& state, SettingsStore& settings,
                             const ProgramStrings& strings, const OptionsHooks& hooks) {
-  std::vector<Check> checks = {
-      {OptionsField::TxRx, &f.txRx, "TxRx", 0, 32767, "0", false, false},
-      {OptionsField::TxTx, &f.txTx, "TxTx", 0, 32767, "0", false, false},
-      {OptionsField::DCenters, &f.dCenters, "dCenters", -kAny, kAny, "", false, false},
-      {OptionsField::DistVs, &f.distVs, "dG1G2", -kAny, kAny, "", false, false},
-      {OptionsField::DistVp, &f.distVp, "dG3G4", -kAny, kAny, "", false, false},
-      {OptionsField::SeismicDeltaZ, &f.seismicDeltaZ, "seismicDeltaZ", -kAny, kAny, "", false, false},
-      {OptionsField::K0M, &f.k0M, "Ko m", -kAny, kAny, "", false, false},
-      {OptionsField::K0N, &f.k0N, "Ko n", -kAny, kAny, "", false, false},
-      {OptionsField::K0K, &f.k0K, "Ko k", -kAny, kAny, "", false, false},
-      {OptionsField::OCRM, &f.ocrM, "OCR m", -kAny, kAny, "", false, false},
-      {OptionsField::OCRN, &f.ocrN, "OCR n", -kAny, kAny, "", false, false},
-      {OptionsField::OCRK, &f.ocrK, "OCR k", -kAny, kAny, "", false, false},
-      {OptionsField::RMM, &f.rmM, "Rm m", -kAny, kAny, "", false, false},
-      {OptionsField::RMN, &f.rmN, "Rm n", -kAny, kAny, "", false, false},
-      {OptionsField::RMK, &f.rmK, "Rm k", -kAny, kAny, "", false, false},
-      {OptionsField::CuM, &f.cuM, "Cu m", -kAny, kAny, "", false, false},
-      {OptionsField::CuN, &f.cuN, "Cu n", -kAny, kAny, "", false, false},
-      {OptionsField::CuK, &f.cuK, "Cu k", -kAny, kAny, "", false, false},
-      {OptionsField::GammaWater, &f.gammaWater, "Water Density", -kAny, kAny, "", false, false},
-      {OptionsField::FactorOCR, &f.factorOCR, "OCR Reduction Factor", -kAny, kAny, "", false, false},
-      {OptionsField::IdLimit, &f.idLimit, "Id limit", 1.2, 1.8, "0.00", false, false},
+  std::vector<Check> checks = waitTimeChecks(f);
+  const std::vector<Check> rest = {
+      {OptionsField::DCenters, &f.dCenters, kStrLabelDCenters, -kAny, kAny, ""},
+      {OptionsField::DistVs, &f.distVs, kStrLabelDistVs, -kAny, kAny, ""},
+      {OptionsField::DistVp, &f.distVp, kStrLabelDistVp, -kAny, kAny, ""},
+      {OptionsField::SeismicDeltaZ, &f.seismicDeltaZ, kStrLabelSeismicDeltaZ, -kAny, kAny, ""},
+      {OptionsField::K0M, &f.k0M, kStrLabelCoefficientBase + 0, -kAny, kAny, ""},
+      {OptionsField::K0N, &f.k0N, kStrLabelCoefficientBase + 1, -kAny, kAny, ""},
+      {OptionsField::K0K, &f.k0K, kStrLabelCoefficientBase + 2, -kAny, kAny, ""},
+      {OptionsField::OCRM, &f.ocrM, kStrLabelCoefficientBase + 3, -kAny, kAny, ""},
+      {OptionsField::OCRN, &f.ocrN, kStrLabelCoefficientBase + 4, -kAny, kAny, ""},
+      {OptionsField::OCRK, &f.ocrK, kStrLabelCoefficientBase + 5, -kAny, kAny, ""},
+      {OptionsField::RMM, &f.rmM, kStrLabelCoefficientBase + 6, -kAny, kAny, ""},
+      {OptionsField::RMN, &f.rmN, kStrLabelCoefficientBase + 7, -kAny, kAny, ""},
+      {OptionsField::RMK, &f.rmK, kStrLabelCoefficientBase + 8, -kAny, kAny, ""},
+      {OptionsField::CuM, &f.cuM, kStrLabelCoefficientBase + 9, -kAny, kAny, ""},
+      {OptionsField::CuN, &f.cuN, kStrLabelCoefficientBase + 10, -kAny, kAny, ""},
+      {OptionsField::CuK, &f.cuK, kStrLabelCoefficientBase + 11, -kAny, kAny, ""},
+      {OptionsField::GammaWater, &f.gammaWater, kStrLabelGammaWater, -kAny, kAny, ""},
+      {OptionsField::FactorOCR, &f.factorOCR, kStrLabelFactorOCR, -kAny, kAny, ""},
+      {OptionsField::IdLimit, &f.idLimit, kStrLabelIdLimit, 1.2, 1.8, "0.00"},
   };
-  if (f.filterIdOn) checks.push_back({OptionsField::FilterId, &f.filterId, "Id < ", -kAny, kAny, "", false, false});
-  if (f.filterEdOn) checks.push_back({OptionsField::FilterEd, &f.filterEd, "Ed < ", -kAny, kAny, "", false, false});
-  if (f.filterOCROn) checks.push_back({OptionsField::FilterOCR, &f.filterOCR, "OCR < ", -kAny, kAny, "", false, false});
-  if (f.filterKdOn) checks.push_back({OptionsField::FilterKd, &f.filterKd, "Kd < ", -kAny, kAny, "", false, false});
+  checks.insert(checks.end(), rest.begin(), rest.end());
+  if (f.filterIdOn) checks.push_back({OptionsField::FilterId, &f.filterId, kStrLabelFilterId, -kAny, kAny, ""});
+  if (f.filterEdOn) checks.push_back({OptionsField::FilterEd, &f.filterEd, kStrLabelFilterEd, -kAny, kAny, ""});
+  if (f.filterOCROn) checks.push_back({OptionsField::FilterOCR, &f.filterOCR, kStrLabelFilterOCR, -kAny, kAny, ""});
+  if (f.filterKdOn) checks.push_back({OptionsField::FilterKd, &f.filterKd, kStrLabelFilterKd, -kAny, kAny, ""});
   if (f.paperIndex == 2) {
-    checks.push_back({OptionsField::PaperHeight, &f.paperHeight, "Paper height", -kAny, kAny, "", false, false});
-    checks.push_back({OptionsField::PaperWidth, &f.paperWidth, "Paper width", -kAny, kAny, "", false, false});
+    checks.push_back({OptionsField::PaperHeight, &f.paperHeight, kStrLabelPaperHeight, -kAny, kAny, ""});
+    checks.push_back({OptionsField::PaperWidth, &f.paperWidth, kStrLabelPaperWidth, -kAny, kAny, ""});
   }
-  for (const auto& c : checks)
-    if (!validateNumber(*c.text, c.label, c.min, c.max, c.format, c.minExclusive, c.maxExclusive, strings))
-      return c.field;
+  // Everything is checked before anything is stored, so that a refused confirmation leaves the
+  // settings and the state as they were.
+  if (const OptionsField invalid = firstInvalid(checks, strings); invalid != OptionsField::None) return invalid;
 
   // 1. Language.
   if (f.language != state.strLanguage) {
@@ -282,8 +297,8 @@ OptionsField confirmOptions(const OptionsFields& f, AppState& state, SettingsSto
   o.sngFilterEd = f.filterEdOn ? number(f.filterEd) : 0.0f;
   o.sngFilterOCR = f.filterOCROn ? number(f.filterOCR) : 0.0f;
   o.sngFilterKd = f.filterKdOn ? number(f.filterKd) : 0.0f;
-  // 6. Wait times.
-  saveWaitTimes(f, state, settings);
+  // 6. Wait times, checked above with the rest.
+  saveWaitTimes(f, state, settings, strings);
   // 7. Paper, its name kept in upper case.
   const std::string paper = f.paperIndex == 0 ? "A4" : f.paperIndex == 1 ? "LETTER" : "USER";
   settings.SaveSetting(kSettingsApp, "Graphics", "PaperName", paper);

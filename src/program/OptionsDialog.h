@@ -18,12 +18,18 @@ class ProgramStrings;
 bool isNumericText(std::string_view text);
 
 // Checks a field: it must pass isNumericText and lie within the limits (each limit inclusive
-// unless told exclusive). On failure shows the label, the rule (strings 94-97, or 99 for text
-// that is no number) and the limit in `format`, and gives false.
+// unless told exclusive). On failure shows the label (a text of the language files), the rule
+// (strings 94-97, or 99 for text that is no number) and the limit in `format`, and gives false.
 bool validateNumber(std::string_view text, std::string_view label, double min, double max, std::string_view format,
                     bool minExclusive, bool maxExclusive, const ProgramStrings& strings);
 
 enum class DataFilter { Id, Ed, OCR, Kd };
+
+// The field that stopped a confirmation, for the focus.
+enum class OptionsField {
+  None, TxRx, TxTx, DCenters, DistVs, DistVp, SeismicDeltaZ, K0M, K0N, K0K, OCRM, OCRN, OCRK, RMM, RMN, RMK,
+  CuM, CuN, CuK, GammaWater, FactorOCR, IdLimit, FilterId, FilterEd, FilterOCR, FilterKd, PaperHeight, PaperWidth
+};
 
 struct OptionsFields {
   std::string language;
@@ -53,15 +59,16 @@ OptionsFields openOptions(const AppState& state);
 void selectPaper(OptionsFields& fields, int index);
 // Ticking fills the field with the filter's default; unticking leaves the text.
 void tickFilter(OptionsFields& fields, DataFilter filter, bool ticked);
-std::string filterLabel(DataFilter filter);
+std::string filterLabel(DataFilter filter, const ProgramStrings& strings);
 
 // The method selectors fill m, n, k from their tables; "Personal" keeps what is typed.
 void selectK0Method(OptionsFields& fields, int index);
 void selectOCRMethod(OptionsFields& fields, int index);
 void selectRMMethod(OptionsFields& fields, int index);
 void selectCuMethod(OptionsFields& fields, int index);
-// "see ASCE '80 (p. 318)" for the built-in Rm, "Rm = m x Kd ^ n + k" otherwise.
-std::string rmFormulaLine(int rmMethod);
+// "see ASCE '80 (p. 318)" for the built-in Rm, "Rm = m x Kd ^ n + k" otherwise, in the
+// language of the program.
+std::string rmFormulaLine(int rmMethod, const ProgramStrings& strings);
 // An exponent outside the range the published correlations use deserves a second look.
 bool isKoExponentDoubtful(std::string_view text);
 bool isOCRExponentDoubtful(std::string_view text);
@@ -70,19 +77,16 @@ bool isOCRExponentDoubtful(std::string_view text);
 void leaveIdLimit(OptionsFields& fields, const AppState& state);
 void restoreIdLimitDefault(OptionsFields& fields);
 
-// The wait-time buttons step by 1 ms; each change is saved at once.
+// The wait-time buttons step by 1 ms; each change is saved at once, but only when both wait
+// times pass their check (0 to 32767 ms): otherwise the first that fails is told and returned,
+// and nothing is saved.
 void stepWaitTime(std::string& field, int step);
-void saveWaitTimes(const OptionsFields& fields, AppState& state, SettingsStore& settings);
+OptionsField saveWaitTimes(const OptionsFields& fields, AppState& state, SettingsStore& settings,
+                           const ProgramStrings& strings);
 
 struct OptionsHooks {
   std::function<void(const std::string& language)> languageChanged;  // reload strings, loadStrings
   std::function<void()> refreshWindows;  // results, dissipation and main window
-};
-
-// The field that stopped a confirmation, for the focus.
-enum class OptionsField {
-  None, TxRx, TxTx, DCenters, DistVs, DistVp, SeismicDeltaZ, K0M, K0N, K0K, OCRM, OCRN, OCRK, RMM, RMN, RMK,
-  CuM, CuN, CuK, GammaWater, FactorOCR, IdLimit, FilterId, FilterEd, FilterOCR, FilterKd, PaperHeight, PaperWidth
 };
 
 // Validates every field (stopping at the first failure, which is returned) and then stores in

@@ -26,6 +26,7 @@ StartupReport readSettings(AppState& state, SettingsStore& settings, Prompts& pr
   report.language = chooseLanguageAtStart(*state.strings, settings, state.folders.shareDir);
   state.strLanguage = report.language.language;
   state.strLanguageList = report.language.languages;
+  if (report.language.load.englishMissing) problems.push_back(englishMissingProblem(state.folders.shareDir));
 
   state.intPressureUnit = readInt16(settings, "General", "Pressure Unit", "0");
   state.intTxRx = readInt16(settings, "SerPort", "txrx", "10");

@@ -13,7 +13,9 @@
 namespace koru {
 
 struct StartupReport {
-  std::vector<Diagnostic> problems;  // what did not stop the start (a folder that cannot be made)
+  // What did not stop the start but must be told: a folder that cannot be made, a missing
+  // English language file (the program then runs with whatever texts it has).
+  std::vector<Diagnostic> problems;
   LanguageChoice language;           // showPicker: nothing was stored, let the user choose now
 };
 

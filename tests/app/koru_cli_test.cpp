@@ -123,6 +123,7 @@ TEST(KoruCli, UsageErrorsHelpAndVersion) {
                {{"dmt", "eval", kDemoDmt, "--set", "factorOCR=abc"}, 2, "factorOCR: 'abc' is not a number"},
                {{"dmt", "eval", kDemoDmt, "--set", "K0Method=9"}, 2, "K0Method: '9' is not a line"},
                {{"help", "nonsense"}, 2, "no command 'nonsense'"},
+               {{"--lang", "Klingon", "site", "list"}, 2, "no language 'Klingon'; the languages are: English French Italiano"},
                {{"--help"}, 0, ""}};
   for (const auto& c : cases) {
     auto run = runProgram(kKoru, c.args);
@@ -140,6 +141,18 @@ TEST(KoruCli, UsageErrorsHelpAndVersion) {
 
   const std::string version = runProgram(kKoru, {"--version"}).out;
   EXPECT_TRUE(std::regex_match(version, std::regex("koru [0-9]+\\.[0-9]+\\.[0-9]+\n"))) << version;
+}
+
+// The program beside a Language folder that lacks English: no language can have all its texts.
+TEST(KoruCli, AMissingEnglishLanguageFileIsAnError) {
+  ScratchFolder dir;
+  std::filesystem::copy_file(kKoru, dir / "koru");
+  dir.write("Language/French.h", "1 \"Un\"\r\n");
+  for (const char* language : {"English", "French"}) {
+    auto run = runProgram((dir / "koru").string(), {"--lang", language, "--root", dir.path().string(), "site", "list"});
+    EXPECT_EQ(run.exitCode, 1) << language;
+    EXPECT_EQ(run.err.find((dir / "Language" / "English.h").string() + ": cannot be read"), 0u) << run.err;
+  }
 }
 
 struct KoruSiteCli : ::testing::Test {
@@ -161,6 +174,21 @@ TEST_F(KoruSiteCli, ASiteMadeByTheCommandLineHasTheProgramsLayout) {
   EXPECT_EQ(vertical.substr(0, 8), "SDMT 1\r\n");
   EXPECT_NE(vertical.find("\r\n0\r\n3\r\n1\r\n0\r\n0\r\n0\r\n"), std::string::npos) << vertical;
   EXPECT_EQ(koru({"site", "list"}).out, "folder,name,verticals\nSITE_1,Quay wall,2\n");
+}
+
+// The site's files are Windows-1252: a name they cannot hold is refused before anything is made.
+TEST_F(KoruSiteCli, NamesTheFilesCannotHoldAreRefusedNotStoredWithQuestionMarks) {
+  auto polish = koru({"site", "create", "\u0141\u00f3d\u017a"});
+  EXPECT_EQ(polish.exitCode, 2);
+  EXPECT_NE(polish.err.find("\"\u0141\" is not a character"), std::string::npos) << polish.err;
+  EXPECT_FALSE(std::filesystem::exists(site("SITE_1")));
+
+  ASSERT_EQ(koru({"site", "create", "Quai \u00e0 B\u00e2le \u2013 \u20ac"}).exitCode, 0);
+  EXPECT_EQ(siteFile(), "Quai \xe0 B\xe2le \x96 \x80\r\n");
+  auto vertical = koru({"vertical", "create", "SITE_1", "SDMT \u2460"});
+  EXPECT_EQ(vertical.exitCode, 2);
+  EXPECT_NE(vertical.err.find("\"\u2460\""), std::string::npos) << vertical.err;
+  EXPECT_FALSE(std::filesystem::exists(site("SITE_1/VERT_1")));
 }
 
 TEST_F(KoruSiteCli, ReorderAndRemoveChangeOnlyTheSiteFileAndTheVerticalsFolder) {

@@ -18,10 +18,19 @@ TEST(TextCodec, SpecialCharactersOfTheCodePage) {
   EXPECT_EQ(utf8ToCp1252("\u20ac \u00e8"), "\x80 \xe8");
 }
 
-TEST(TextCodec, UnrepresentableCharactersBecomeQuestionMarks) {
-  EXPECT_EQ(utf8ToCp1252("a\u4e2db"), "a?b");
-  EXPECT_EQ(utf8ToCp1252("a\xff" "b"), "a?b");  // broken UTF-8
-  EXPECT_EQ(utf8ToCp1252("\xe2\x82"), "??");     // truncated sequence
+// What would be written as "?" is what a name given by the user is refused for.
+TEST(TextCodec, UnrepresentableCharactersBecomeQuestionMarksAndAreFoundFirst) {
+  const struct { std::string_view text, stored; std::optional<std::string_view> first; } cases[] = {
+      {"a\u4e2db\u03a9", "a?b?", "\u4e2d"},
+      {"a\xff" "b", "a?b", "\xff"},          // broken UTF-8
+      {"\xe2\x82", "??", "\xe2"},             // truncated sequence
+      {"\u20ac\u00e8 \U0001F600", "\x80\xe8 ?", "\U0001F600"},
+      {"Caf\u00e9 \u2013 \u0152", "Caf\xe9 \x96 \x8c", std::nullopt},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(utf8ToCp1252(c.text), c.stored) << c.text;
+    EXPECT_EQ(firstUnstorable(c.text), c.first) << c.text;
+  }
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include "program/OptionsDialog.h"
 #include "frame/MemorySettingsStore.h"
-#include "frame/strings/StringTable.h"
+#include "frame/strings/Language.h"
 #include "scripted_prompts.h"
 
 namespace koru {
@@ -15,9 +15,7 @@ struct OptionsDialogTest : ::testing::Test {
   AppState state;
 
   OptionsDialogTest() {
-    const char* rules[] = {"must be greater than", "must be at least", "must be less than",
-                           "must be at most", "Invalid value", "must be a number"};
-    for (int i = 0; i < 6; ++i) strings.table().append(static_cast<int16_t>(94 + i), rules[i]);
+    loadLanguage(strings, std::filesystem::path(KORU_SOURCE_DIR) / "share", "English");
     state.strLanguage = "English";
     state.lngDMTImageResolution = state.lngSeismogramResolution = 1250;
     state.sngDG1G2 = 0.5f;
@@ -60,11 +58,31 @@ TEST_F(OptionsDialogTest, ConfirmStoresPaperAndLanguageButInterpretationOptionsO
 
 TEST_F(OptionsDialogTest, ABadFieldKeepsTheDialogOpenAndChangesNothing) {
   auto f = openOptions(state);
-  f.idLimit = "1.81";
+  f.factorOCR = "two";
   f.distVs = "0.9";
-  EXPECT_EQ(confirmOptions(f, state, settings, strings, {}), OptionsField::IdLimit);
+  f.txRx = "12";
+  EXPECT_EQ(confirmOptions(f, state, settings, strings, {}), OptionsField::FactorOCR);
   EXPECT_EQ(settings.size(), 0u);
   EXPECT_FLOAT_EQ(state.sngDG1G2, 0.5f);
+  EXPECT_EQ(state.intTxRx, 10);
+  ASSERT_EQ(prompts.messages.size(), 1u);
+  EXPECT_EQ(prompts.messages[0].text, "OCR reduction factor must be a number") << "the label from the language file";
+}
+
+// Each step of a wait time is saved at once, but only once both fields can be stored.
+TEST_F(OptionsDialogTest, WaitTimesAreSavedOnlyWhenBothAreValid) {
+  auto f = openOptions(state);
+  stepWaitTime(f.txRx, 3);
+  f.txTx = "40000";
+  EXPECT_EQ(saveWaitTimes(f, state, settings, strings), OptionsField::TxTx);
+  EXPECT_EQ(settings.size(), 0u);
+  EXPECT_EQ(state.intTxRx, 10);
+  ASSERT_EQ(prompts.messages.size(), 1u);
+  EXPECT_EQ(prompts.messages[0].text, "Wait between two sends (ms) must be at most 32767");
+  f.txTx = "7";
+  EXPECT_EQ(saveWaitTimes(f, state, settings, strings), OptionsField::None);
+  EXPECT_EQ(settings.GetSetting("KORU", "SerPort", "txrx", ""), "13");
+  EXPECT_EQ(state.intTxTx, 7);
 }
 
 }  // namespace

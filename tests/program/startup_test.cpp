@@ -52,5 +52,21 @@ TEST_F(StartupTest, StoredValuesAreReadWithAPointAndOldKeysAndNumbersAreUpdated)
   EXPECT_EQ(state.sngDCenters, 0.0f) << "numbers that cannot be read are 0";
 }
 
+// Every language borrows from English: without its file the start goes on with the texts there
+// are, and says why the rest are missing.
+TEST_F(StartupTest, AMissingEnglishFileIsToldAndAThirdLanguageKeepsItsOwnTexts) {
+  ScratchFolder share;
+  share.write("Language/French.h", "1 \"Un\"\r\n");
+  for (const char* language : {"English", "French"}) {
+    settings.SaveSetting("KORU", "General", "Language", language);
+    state.folders.dataRoot = root.path();
+    state.folders.shareDir = share.path();
+    report = startUp(state, settings, prompts);
+    ASSERT_EQ(report.problems.size(), 1u) << language;
+    EXPECT_EQ(report.problems[0].file, share / "Language/English.h");
+  }
+  EXPECT_EQ(state.strings->getString(1), "Un");
+}
+
 }  // namespace
 }  // namespace koru

@@ -174,6 +174,12 @@ std::vector<std::string> listLanguages(const fs::path& shareDir) {
   return names;
 }
 
+Diagnostic englishMissingProblem(const fs::path& shareDir) {
+  return {languageFilePath(shareDir, kEnglish), 0,
+          "cannot be read: the program's texts come from this file, and every other language takes "
+          "from it the texts it lacks"};
+}
+
 std::string missingStringsReport(const StringTable& english, std::string_view language,
                                  const std::vector<int16_t>& missingIds) {
   std::string report = "The following strings in English will be used for the incorrect or missing ones in ";
@@ -213,9 +219,15 @@ LanguageLoadResult fillLanguage(ProgramStrings& strings, std::string_view name, 
     fillFromEntries(table, *own);
     return result;
   }
-  if (isEnglish(name)) return result;  // nothing to fall back on
+  // Without English there is nothing to borrow from: a language keeps its own texts, and the
+  // missing file is told instead of a report that would list no ids.
+  if (isEnglish(name) || !english) {
+    result.englishMissing = true;
+    if (own) fillFromEntries(table, *own);
+    return result;
+  }
 
-  if (english) fillFromEntries(table, *english);
+  fillFromEntries(table, *english);
   result.missingIds = overlay(table, own ? *own : std::vector<LanguageEntry>{});
   if (result.missingIds.empty()) return result;
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "frame/Diagnostic.h"
 #include "frame/SettingsStore.h"
 #include "frame/strings/StringTable.h"
 
@@ -25,6 +26,10 @@ std::vector<std::string> listLanguages(const std::filesystem::path& shareDir);
 
 struct LanguageLoadResult {
   bool fileRead = false;                // the chosen language's own file could be read
+  // The English file could not be read though the language needed it (English itself, or a
+  // language that borrows from it): the texts are only the language's own, if any, and nothing
+  // was shown. The caller reports it with englishMissingProblem.
+  bool englishMissing = false;
   std::vector<int16_t> missingIds;      // English ids the chosen file lacks, in order
   // With fewer than kMissingReportBoxLimit missing ids the report has been shown in a message
   // box; with more it is left here for the caller to show in a scrolling text window.
@@ -44,6 +49,9 @@ LanguageLoadResult loadLanguage(ProgramStrings& strings, const std::filesystem::
 // path is left as it is.
 LanguageLoadResult fillLanguage(ProgramStrings& strings, std::string_view name, const std::vector<LanguageEntry>* own,
                                 const std::vector<LanguageEntry>* english);
+
+// Why the texts of the program are incomplete when the English file is missing, naming that file.
+Diagnostic englishMissingProblem(const std::filesystem::path& shareDir);
 
 // The report of texts taken from English: a heading naming the language, an empty line, then
 // one line per id, "<id>  <English text>".

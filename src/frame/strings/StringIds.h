@@ -107,6 +107,27 @@ inline constexpr StringRange kStrOcrExponentWarning = {1828, 1829};
 inline constexpr int16_t kStrSelfTestPassed = 1833;
 inline constexpr int16_t kStrIdLimitLabel = 1835;
 inline constexpr int16_t kStrAboutIdLimit = 1837;
+// Labels of the options dialog's checked fields, as its messages name them.
+inline constexpr int16_t kStrLabelTxRx = 1840;
+inline constexpr int16_t kStrLabelTxTx = 1841;
+inline constexpr int16_t kStrLabelDCenters = 1842;
+inline constexpr int16_t kStrLabelDistVs = 1843;
+inline constexpr int16_t kStrLabelDistVp = 1844;
+inline constexpr int16_t kStrLabelSeismicDeltaZ = 1845;
+// m, n and k of the Ko, OCR, Rm and Cu methods, in that order: base + 3 x method + coefficient.
+inline constexpr int16_t kStrLabelCoefficientBase = 1846;
+inline constexpr int16_t kStrLabelGammaWater = 1858;
+inline constexpr int16_t kStrLabelFactorOCR = 1859;
+inline constexpr int16_t kStrLabelIdLimit = 1860;
+// The data filters: Id, Ed, OCR, Kd.
+inline constexpr int16_t kStrLabelFilterId = 1861;
+inline constexpr int16_t kStrLabelFilterEd = 1862;
+inline constexpr int16_t kStrLabelFilterOCR = 1863;
+inline constexpr int16_t kStrLabelFilterKd = 1864;
+inline constexpr int16_t kStrLabelPaperHeight = 1865;
+inline constexpr int16_t kStrLabelPaperWidth = 1866;
+inline constexpr int16_t kStrRmFormulaBuiltIn = 1867;
+inline constexpr int16_t kStrRmFormulaPersonal = 1868;
 
 // Quick test of the connection.
 inline constexpr int16_t kStrQuickTestTryPort = 2000;
