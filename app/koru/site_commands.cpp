@@ -39,6 +39,10 @@ bool openSite(Context& context, const std::string& folder, cls_SITE& site) {
   return true;
 }
 
+// A command that read the site's files fails when any of them was read only in part: the
+// results it printed may lack what could not be read (every such file was named on stderr).
+int exitCode(const cls_SITE& site, bool ok = true) { return ok && site.problems().empty() ? kExitOk : kExitDataError; }
+
 // The 1-based index of VERT_m in the site, or 0.
 int verticalIndex(cls_SITE& site, const std::string& folder) {
   for (int i = 1; i <= site.verticals.Count(); ++i)
@@ -115,8 +119,9 @@ int siteUni(Context& context) {
   auto result = exportSiteUNI(site, folder, DMTOptions{}, *context.strings);
   for (const auto& file : result.written) context.out << file.string() << '\n';
   for (const auto& skipped : result.skipped) context.err << "koru: " << skipped << " left out\n";
+  reportProblems(result.renamed, context.err);
   reportProblems(result.problems, context.err);
-  return result.problems.empty() ? kExitOk : kExitDataError;
+  return exitCode(site, result.problems.empty());
 }
 
 int verticalCreate(Context& context) {
@@ -133,7 +138,7 @@ int verticalCreate(Context& context) {
   reportProblems(problems, context.err);
   if (!vertical) return kExitDataError;
   context.out << vertical->strFolderName << '\n';
-  return problems.empty() ? kExitOk : kExitDataError;
+  return exitCode(site, problems.empty());
 }
 
 int verticalList(Context& context) {
@@ -152,7 +157,7 @@ int verticalList(Context& context) {
     line.addInt(v.blnTestDMT).addInt(v.blnTestVs).addInt(v.blnTestVp).addInt(v.blnTestDissip);
     line.writeTo(context.out);
   }
-  return kExitOk;
+  return exitCode(site);
 }
 
 int verticalShow(Context& context) {
@@ -165,7 +170,7 @@ int verticalShow(Context& context) {
   auto lines = site.verticals.item(index)->verticalFileLines();
   for (size_t i = 0; i < lines.size() && i < std::size(kLabels); ++i)
     context.out << kLabels[i] << ": " << lines[i] << '\n';
-  return kExitOk;
+  return exitCode(site);
 }
 
 int verticalReorder(Context& context) {
@@ -191,7 +196,7 @@ int verticalReorder(Context& context) {
     context.err << why.toString() << '\n';
     return kExitDataError;
   }
-  return kExitOk;
+  return exitCode(site);
 }
 
 int verticalRemove(Context& context) {
@@ -204,7 +209,7 @@ int verticalRemove(Context& context) {
     context.err << why.toString() << '\n';
     return kExitDataError;
   }
-  return kExitOk;
+  return exitCode(site);
 }
 
 int verticalEval(Context& context) {
@@ -228,7 +233,7 @@ int verticalEval(Context& context) {
   // cannot apply are refused here.
   if (!evaluationOptions(output.options, vertical->dmt->blnHasThrust, name, context.err)) return kExitUsage;
   writeEvaluation(*vertical->dmt, output, context);
-  return vertical->problems().empty() ? kExitOk : kExitDataError;
+  return exitCode(site, vertical->problems().empty());
 }
 
 int verticalSeismic(Context& context) {
@@ -259,7 +264,7 @@ int verticalSeismic(Context& context) {
     line.addText(depth.goodList).addText(depth.badList).addText(depth.noiseList);
     line.writeTo(context.out);
   }
-  return vertical->problems().empty() ? kExitOk : kExitDataError;
+  return exitCode(site, vertical->problems().empty());
 }
 
 // The unit of the values behind each scale code of the statistics.
@@ -307,7 +312,7 @@ int verticalStats(Context& context) {
     line.add(stats.getNameBestMax(code));
     line.writeTo(context.out);
   }
-  return problems.empty() ? kExitOk : kExitDataError;
+  return exitCode(site, problems.empty());
 }
 
 }  // namespace

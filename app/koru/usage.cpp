@@ -20,7 +20,9 @@ constexpr std::array<CommandUsage, 19> kCommands{{
     {"dmt eval", "FILE.dat [--set NAME=VALUE]... [--units] [--table] [--allow-partial]",
      "evaluate a DMT test; CSV on stdout (--units: a second header line with the units;\n"
      "--table: a readable table; --allow-partial: what could be read of a broken file)"},
-    {"dmt save", "IN.dat OUT.dat", "load a DMT test and save it in the program's own form"},
+    {"dmt save", "IN.dat OUT.dat [--force]",
+     "load a DMT test and save it in the program's own form, with its Thrust.dat beside OUT.dat\n"
+     "(--force: replace files of another test already there)"},
     {"dmt uni", "IN.dat OUT.uni [--set NAME=VALUE]...", "the evaluated test as a DMTUNI92 exchange file"},
     {"site list", "", "sites with their names (CSV)"},
     {"site create", "NAME", "a new site; prints its folder"},

@@ -204,11 +204,12 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
   if (!first || first->text != kMarker)
     return LoadResult::fail(LoadStatus::WrongFormat, {file, first ? first->line : 0, "File not valid"});
 
-  // The file is read into a fresh record, which replaces this one at the end, so a key the
-  // file leaves out reads as empty or zero, exactly as the writer left it out.
-  cls_DissTEST t;
+  // The file is read into a copy that replaces this record at the end. A key the file leaves
+  // out keeps its value (the writer leaves out U0 when not given, Id, OCR and Mh when 0, and
+  // blank texts); the readings are the file's alone.
+  cls_DissTEST t = *this;
+  t.setN(0);
   t.folder = folder.empty() ? filename.parent_path() : folder;
-  t.filename = filename;
   int lastStored = -1;
   auto finish = [&](LoadResult result) {
     // The growing store is cut to what was stored, also when nothing was: the arrays then hold

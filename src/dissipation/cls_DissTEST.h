@@ -98,8 +98,8 @@ class cls_DissTEST {
   // Writes strDisFile to `filename` through a temporary file, so a failed save leaves the old
   // file whole. False, with `why` filled, on failure.
   bool saveFile(Diagnostic* why = nullptr) const;
-  // Reads `filename` into a fresh record (keeping `folder` and `filename`, which a ZD line then
-  // renames). A file that cannot be opened changes nothing and gives Unreadable; a file without
+  // Reads `filename` into the record: the keys the file holds replace their fields (a ZD line
+  // also renames `filename`), the others keep theirs, and the readings become the file's. A file that cannot be opened changes nothing and gives Unreadable; a file without
   // the marker changes nothing and gives WrongFormat ("File not valid"). A file that breaks off
   // keeps what was read before the break and gives Partial.
   LoadStatus parseFile(Diagnostic* why = nullptr);

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <system_error>
 
+#include "frame/DamagedCopy.h"
 #include "frame/Files.h"
 
 namespace koru {
@@ -80,16 +81,27 @@ bool cls_Dissipations::loadInfo(std::vector<Diagnostic>* problems) {
   return allRead;
 }
 
-bool cls_Dissipations::saveInfo(std::vector<Diagnostic>* problems) const {
+bool cls_Dissipations::saveInfo(std::vector<Diagnostic>* problems) {
   if (entries_.empty()) return true;
   if (folder_.empty() || !ensureFolder(folder_)) {
     if (problems) problems->push_back({folder_, 0, "cannot create the dissipation folder"});
     return false;
   }
   bool ok = true;
-  for (const Entry& e : entries_) {
-    if (!e.complete) continue;
+  for (Entry& e : entries_) {
     Diagnostic why;
+    if (!e.complete) {
+      const auto kept = keepDamagedCopy(e.test.filename, &why);
+      if (!kept) {
+        ok = false;
+        if (problems) problems->push_back(why);
+        continue;
+      }
+      e.complete = true;  // the copy holds the original: from now on the file is the program's own
+      if (problems && !kept->empty())
+        problems->push_back({e.test.filename, 0, "was read only in part; the original is kept as " +
+                                                     kept->filename().string()});
+    }
     if (!e.test.saveFile(&why)) {
       ok = false;
       if (problems) problems->push_back(why);

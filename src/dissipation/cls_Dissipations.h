@@ -18,8 +18,8 @@ class cls_Dissipations {
     std::filesystem::path file;  // where the test was found (or will be written)
     bool blnTabInclude = false;
     cls_DissTEST test;
-    // False when the file broke off while being read: the test shows what was read, but it is
-    // never written back, so a save cannot cut the user's file short.
+    // False when the file broke off while being read: the test shows what was read, and the
+    // next save keeps the original beside it as "<name>.damaged" before writing over it.
     bool complete = true;
   };
 
@@ -38,9 +38,10 @@ class cls_Dissipations {
   // that could not be read in full is reported in `problems`. False when the folder cannot be
   // listed or any file had a problem; the tests that loaded are there all the same.
   bool loadInfo(std::vector<Diagnostic>* problems = nullptr);
-  // Creates the folder if missing and writes every complete test to its file. False, with the
-  // problems listed, if any write failed.
-  bool saveInfo(std::vector<Diagnostic>* problems = nullptr) const;
+  // Creates the folder if missing and writes every test to its file. A test whose file was read
+  // only in part has the original kept aside first (and listed in `problems`); when no copy can
+  // be made its file is left alone. False, with the problems listed, if any test was not written.
+  bool saveInfo(std::vector<Diagnostic>* problems = nullptr);
 
   // A new test at the depth, named by it inside the folder; the test already at that depth, if
   // any, is returned instead. nullptr for a depth not above 0.

@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 
+#include "dmt/Thrust.h"
 #include "dmt/cls_DmtTEST.h"
 #include "frame/Files.h"
 #include "frame/InputFields.h"
@@ -205,10 +206,15 @@ int16_t cls_DmtTEST::loadFile(Diagnostic* why) {
   Diagnostic local;
   Diagnostic& d = why ? *why : local;
   d = Diagnostic{strDatPath_, 0, ""};
+  datPartial_ = thrustPartial_ = thrustLeftRows_ = false;
   auto bytes = readFileBytes(strDatPath_, &d);
-  if (!bytes) return 0;
+  if (!bytes) {
+    datPartial_ = true;
+    return 0;
+  }
   const LoadResult read = parseDat(*bytes, strDatPath_);
   if (!read.complete()) {
+    datPartial_ = true;
     d = read.why;
     return 0;
   }
@@ -419,9 +425,19 @@ int16_t cls_DmtTEST::saveFile(Diagnostic* why) {
   }
   std::string text;
   if (!buildFileText(*this, text, &d)) return 0;
-  if (!writeFileAtomically(strDatPath_, text, &d)) return 0;
-  if (blnHasThrust && !saveThrust(&d)) return 0;
-  return -1;
+  // The .dat file and its thrust rows are one test: a new .dat beside the old Thrust.dat would
+  // give thrusts to the wrong depths, so both are replaced or neither.
+  std::vector<FileContent> files;
+  if (blnHasThrust) files.push_back({thrustFilePath(), thrustFileText(rodData, vZ, vTH)});
+  files.push_back({strDatPath_, std::move(text)});
+  return writeFilesTogether(files, &d) ? -1 : 0;
+}
+
+std::vector<std::filesystem::path> cls_DmtTEST::partlyReadFiles() const {
+  std::vector<std::filesystem::path> files;
+  if (datPartial_) files.push_back(strDatPath_);
+  if (thrustPartial_) files.push_back(thrustFilePath());
+  return files;
 }
 
 std::string cls_DmtTEST::fileText() {

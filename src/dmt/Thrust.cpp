@@ -122,7 +122,8 @@ std::string thrustFileText(const RodData& rod, const std::vector<float>& depths,
 }
 
 LoadResult parseThrustText(std::string_view bytes, const fs::path& file, const std::vector<float>& depths,
-                           RodData& rod, std::vector<float>& thrusts) {
+                           RodData& rod, std::vector<float>& thrusts, bool* leftRows) {
+  if (leftRows) *leftRows = false;
   const std::vector<std::string_view> lines = splitLines(bytes);
   const size_t n = depths.size();
   thrusts.assign(n, 0.0f);
@@ -184,11 +185,13 @@ LoadResult parseThrustText(std::string_view bytes, const fs::path& file, const s
         pointer = static_cast<size_t>(p) + 1;
       }
     }
-    if (!found)
+    if (!found) {
+      if (leftRows) *leftRows = true;
       return LoadResult::fail(LoadStatus::Partial,
                               {file, lineNumber,
                                "depth " + formatNumber(*z, "") +
                                    " m matches no row of the test: the rows from here on are not read"});
+    }
   }
   return {};
 }
@@ -238,6 +241,7 @@ bool cls_DmtTEST::removeThrust(DMTOptions& options, Diagnostic* why) {
 }
 
 bool cls_DmtTEST::loadThrust(DMTOptions* options, Diagnostic* why) {
+  thrustPartial_ = thrustLeftRows_ = false;
   const fs::path path = thrustFilePath();
   if (path.empty()) return true;
   std::error_code ec;
@@ -253,6 +257,7 @@ bool cls_DmtTEST::loadThrust(DMTOptions* options, Diagnostic* why) {
   } else {
     markThrust(*this);
   }
+  thrustPartial_ = true;
   if (why) *why = problem;
   return false;
 }
@@ -260,7 +265,7 @@ bool cls_DmtTEST::loadThrust(DMTOptions* options, Diagnostic* why) {
 LoadResult cls_DmtTEST::parseThrust(std::string_view bytes, const fs::path& file, DMTOptions* options) {
   if (options) addThrust(*options);
   else markThrust(*this);
-  return parseThrustText(bytes, file, vZ, rodData, vTH);
+  return parseThrustText(bytes, file, vZ, rodData, vTH, &thrustLeftRows_);
 }
 
 bool cls_DmtTEST::saveThrust(Diagnostic* why) const {

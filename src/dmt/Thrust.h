@@ -67,9 +67,10 @@ std::string thrustFileText(const RodData& rod, const std::vector<float>& depths,
 //
 // The reading ends quietly at a thrust not above 0: Complete. It ends as Partial, with the line
 // and reason in `why` (`file` naming the file), at a row line that can't be read, or at a depth
-// that no row matches. Whatever was read before the end is kept either way.
+// that no row matches (then `leftRows`, if given, is set). Whatever was read before the end is
+// kept either way.
 LoadResult parseThrustText(std::string_view bytes, const std::filesystem::path& file, const std::vector<float>& depths,
-                           RodData& rod, std::vector<float>& thrusts);
+                           RodData& rod, std::vector<float>& thrusts, bool* leftRows = nullptr);
 
 // --- From thrust to soil parameters --------------------------------------------------------
 

@@ -74,10 +74,15 @@ class cls_DmtTEST : public TestHeader {
   // is not read. An empty or blank text is WrongFormat and changes nothing; a file that breaks
   // off or holds a bad field is Partial, what was read before it kept.
   LoadResult parseDat(std::string_view bytes, const std::filesystem::path& file);
-  // Normalises the format and writes getDatPath() through a temporary file, so a failed save
-  // leaves the old file intact; with blnHasThrust, Thrust.dat as well. -1 on success, 0 on
-  // failure.
+  // Normalises the format and writes getDatPath(), with blnHasThrust Thrust.dat as well: both
+  // files are replaced together or, on any failure, neither. -1 on success, 0 on failure.
   int16_t saveFile(Diagnostic* why = nullptr);
+  // The files the last loadFile could not read in full: the .dat file, Thrust.dat, or both.
+  // A save over one of them would lose its unread rest, so the owner keeps a copy first.
+  std::vector<std::filesystem::path> partlyReadFiles() const;
+  // True when the last loadFile read every row of the .dat file and only the thrust rows ended
+  // early, at a depth that matches no row: the test is good, the thrusts after it are missing.
+  bool onlyThrustEndedEarly() const { return !datPartial_ && thrustLeftRows_; }
   // The file's bytes as saveFile writes them (after the same normalisation).
   std::string fileText();
 
@@ -163,6 +168,7 @@ class cls_DmtTEST : public TestHeader {
 
  private:
   std::filesystem::path strDatPath_;
+  bool datPartial_ = false, thrustPartial_ = false, thrustLeftRows_ = false;  // the last loadFile
   float factorEd_ = 34.7f;
 };
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <optional>
+#include <set>
 #include <system_error>
 
 #include "dmt/Thrust.h"
@@ -40,7 +41,7 @@ namespace {
 
 // One vertical of exportSiteUNI; a vertical left out returns early.
 void exportVertical(const cls_VERTICAL& vertical, const fs::path& folder, const DMTOptions& options,
-                    const ProgramStrings& strings, SiteUniExportResult& result) {
+                    const ProgramStrings& strings, SiteUniExportResult& result, std::set<std::string>& taken) {
   if (!vertical.blnTestDMT) return;
   std::error_code ec;
   if (!fs::is_regular_file(vertical.strDMTFile, ec)) return;  // no readings yet
@@ -74,7 +75,15 @@ void exportVertical(const cls_VERTICAL& vertical, const fs::path& folder, const 
     result.problems.push_back(
         {vertical.strDMTFile, 0, "a row could not be evaluated: results from that row on are 0"});
 
-  const fs::path target = folder / utf8Path(name + ".uni");
+  std::string fileName = name + ".uni";
+  if (!taken.insert(upperAscii(fileName)).second) {
+    fileName = name + " (" + vertical.strFolderName + ").uni";
+    taken.insert(upperAscii(fileName));
+    result.renamed.push_back({folder / utf8Path(fileName), 0,
+                              "another vertical's test is named '" + name + "' too: named after " +
+                                  vertical.strFolderName + " as well"});
+  }
+  const fs::path target = folder / utf8Path(fileName);
   Diagnostic writeWhy;
   if (test.generateUNI(target, &writeWhy)) result.written.push_back(target);
   else result.problems.push_back(writeWhy);
@@ -85,7 +94,9 @@ void exportVertical(const cls_VERTICAL& vertical, const fs::path& folder, const 
 SiteUniExportResult exportSiteUNI(const cls_SITE& site, const fs::path& folder, const DMTOptions& options,
                                   const ProgramStrings& strings) {
   SiteUniExportResult result;
-  for (const cls_VERTICAL& vertical : site.verticals) exportVertical(vertical, folder, options, strings, result);
+  std::set<std::string> taken;  // the file names of this export, in upper case
+  for (const cls_VERTICAL& vertical : site.verticals)
+    exportVertical(vertical, folder, options, strings, result, taken);
   return result;
 }
 

@@ -21,6 +21,7 @@ struct SiteUniExportResult {
   std::vector<std::filesystem::path> written;  // the files, in the order of the verticals
   std::vector<std::string> skipped;            // folder names of verticals the user left out
   std::vector<Diagnostic> problems;            // tests read only in part, files not written
+  std::vector<Diagnostic> renamed;             // files that carry their vertical's folder too, and why
 };
 
 // True if `name` can name a file wherever the files may travel: not empty, none of
@@ -32,7 +33,9 @@ bool isUsableFileName(std::string_view name);
 // takes the trimmed test name as the file's name, evaluates the test with the vertical's unit
 // weight and pore pressure profiles and writes folder/<name>.uni. A name that can't name a file
 // is asked for again through the input box of `strings` (text kStrUniBadTestName); an empty
-// answer or a cancel leaves the vertical out.
+// answer or a cancel leaves the vertical out. When an earlier vertical of the export already
+// took the name (letter case aside, as some file systems ignore it), the file is
+// "<name> (VERT_m).uni" instead and is listed in `renamed`, so no export replaces another.
 //
 // The thrust fields of the options follow each test: set for a test with thrust data and reset
 // for one without, so that one sounding's thrust never changes another's results. The options

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "dmt/Thrust.h"
+#include "frame/DamagedCopy.h"
 #include "frame/Files.h"
 #include "frame/Numbers.h"
 #include "sites/FS.h"
@@ -150,13 +151,16 @@ bool cls_VERTICAL::loadInfo() {
   gamma = cls_GAMMA{};
   gamma.setPath(strGammaFile);
   Diagnostic gammaWhy;
-  gammaDamaged_ = gamma.loadInfo(&gammaWhy) != -1 && !gammaWhy.reason.empty();
+  // A file that is there but can't be read counts as read in part: a save must not replace it.
+  const bool gammaRead = gamma.loadInfo(&gammaWhy) != -1;
+  gammaDamaged_ = !gammaWhy.reason.empty() && (gammaRead || fileExists(strGammaFile));
   if (gammaDamaged_) headerProblems_.push_back(gammaWhy);
 
   u = cls_U{};
   u.setPath(strUFile);
   Diagnostic uWhy;
-  uDamaged_ = u.loadInfo(&uWhy) != -1 && !uWhy.reason.empty();
+  const bool uRead = u.loadInfo(&uWhy) != -1;
+  uDamaged_ = !uWhy.reason.empty() && (uRead || fileExists(strUFile));
   if (uDamaged_) headerProblems_.push_back(uWhy);
 
   return headerProblems_.empty();
@@ -209,7 +213,7 @@ void cls_VERTICAL::loadSeismicTest(std::optional<cls_VTEST>& test, bool& damaged
 void cls_VERTICAL::loadDMTTest(const DMTOptions& options) {
   dmt.emplace();
   dmt->setDatPath(strDMTFile);
-  dmtDamaged_ = false;
+  dmtDamaged_ = thrustDamaged_ = false;
 
   std::error_code ec;
   const fs::file_status st = fs::status(strDMTFile, ec);
@@ -222,7 +226,8 @@ void cls_VERTICAL::loadDMTTest(const DMTOptions& options) {
   if (dmt->loadFile(&why) != -1) {
     if (why.reason.empty()) why = {strDMTFile, 0, "could not be read in full"};
     dataProblems_.push_back(why);
-    dmtDamaged_ = true;
+    // The file read in part is the one to keep aside: the .dat file, Thrust.dat, or both.
+    for (const fs::path& file : dmt->partlyReadFiles()) (file == strDMTFile ? dmtDamaged_ : thrustDamaged_) = true;
   }
   if (dmt->N() > 0 && !dmt->evalDMT(gamma, u, options.forTest(dmt->blnHasThrust)))
     dataProblems_.push_back({strDMTFile, 0, "a row could not be evaluated: results from that row on are 0"});
@@ -269,24 +274,16 @@ void cls_VERTICAL::loadDissipationTests() {
 
 bool cls_VERTICAL::keepDamagedOriginal(bool& damaged, const fs::path& file, std::vector<Diagnostic>* problems) {
   if (!damaged) return true;
-  if (!fileExists(file)) {
-    damaged = false;
-    return true;
+  Diagnostic why;
+  const auto kept = keepDamagedCopy(file, &why);
+  if (!kept) {
+    report(problems, why);
+    return false;
   }
-  for (int k = 1; k <= 100; ++k) {
-    fs::path backup = file;
-    backup += ".damaged";
-    if (k > 1) backup += std::to_string(k);
-    std::error_code ec;
-    if (fs::symlink_status(backup, ec).type() != fs::file_type::not_found) continue;
-    Diagnostic why;
-    if (!FS::copyFile(file, backup, false, &why)) break;
-    damaged = false;
-    report(problems, {file, 0, "was read only in part; the original is kept as " + backup.filename().string()});
-    return true;
-  }
-  report(problems, {file, 0, "not saved: it was read only in part and the original could not be kept aside"});
-  return false;
+  damaged = false;
+  if (!kept->empty())
+    report(problems, {file, 0, "was read only in part; the original is kept as " + kept->filename().string()});
+  return true;
 }
 
 bool cls_VERTICAL::saveVsTest(std::vector<Diagnostic>* problems) {
@@ -325,8 +322,9 @@ bool cls_VERTICAL::saveDissipationTests(std::vector<Diagnostic>* problems) {
 
 bool cls_VERTICAL::saveDMTTest(std::vector<Diagnostic>* problems) {
   if (!dmt) return true;
-  if (!keepDamagedOriginal(dmtDamaged_, strDMTFile, problems)) return false;
   dmt->setDatPath(strDMTFile);
+  if (!keepDamagedOriginal(dmtDamaged_, strDMTFile, problems)) return false;
+  if (dmt->blnHasThrust && !keepDamagedOriginal(thrustDamaged_, dmt->thrustFilePath(), problems)) return false;
   Diagnostic why;
   if (dmt->saveFile(&why) == -1) return true;
   if (why.reason.empty()) why = {strDMTFile, 0, "could not be written"};
@@ -411,13 +409,13 @@ cls_VERTICAL cls_VERTICAL::cloneVertical() const { return *this; }
 void cls_VERTICAL::createNewDMTTest() {
   dmt.emplace();
   dmt->setDatPath(strDMTFile);
-  dmtDamaged_ = false;  // a fresh test replaces what the damaged file held by the user's choice
+  dmtDamaged_ = thrustDamaged_ = false;  // a fresh test replaces what the damaged file held by the user's choice
   blnTestDMT = true;
 }
 
 void cls_VERTICAL::deleteDMTTest() {
   dmt.reset();
-  dmtDamaged_ = false;
+  dmtDamaged_ = thrustDamaged_ = false;
   blnTestDMT = false;
 }
 

@@ -154,6 +154,7 @@ class cls_VERTICAL : public TestHeader {
   std::vector<Diagnostic> headerProblems_;  // from loadInfo
   std::vector<Diagnostic> dataProblems_;    // from loadData
   bool dmtDamaged_ = false;
+  bool thrustDamaged_ = false;  // Thrust.dat of the DMT test
   bool calibrationDamaged_ = false;
   bool gammaDamaged_ = false;
   bool uDamaged_ = false;

@@ -113,6 +113,35 @@ TEST(KoruCli, SaveWritesTheNormalisedFile) {
   EXPECT_EQ(ScratchFolder::read(dir / "out.dat"), kSmallTest);
 }
 
+// Thrust rows that end at a depth no row matches end the thrust reading: a warning, not a
+// refusal. An output that is an input, or that holds another test, is not written over.
+TEST(KoruCli, ThrustEndingEarlyWarnsAndNoOutputReplacesAnInputOrAnotherTest) {
+  ScratchFolder dir;
+  const auto dat = dir.write("DMT_1.dat", kSmallTest);
+  dir.write("Thrust.dat", "THRUST UNITS = kg\r\n\r\nZ = 0.20, TH = 400\r\nZ = 0.30, TH = 420\r\n");
+  auto eval = runProgram(kKoru, {"dmt", "eval", dat.string()});
+  EXPECT_EQ(eval.exitCode, 0);
+  EXPECT_EQ(split(eval.out, '\n').size(), 4u);
+  EXPECT_EQ(eval.err.rfind("koru: warning: " + (dir / "Thrust.dat").string() + ":4: ", 0), 0u) << eval.err;
+  EXPECT_EQ(runProgram(kKoru, {"dmt", "uni", dat.string(), (dir / "T.uni").string()}).exitCode, 0);
+
+  const auto foreign = dir.write("other/Thrust.dat", "THRUST UNITS = kg\r\n\r\n");
+  struct Case { std::vector<std::string> args; int exitCode; };
+  const Case cases[] = {{{"uni", dat.string(), (dir / "." / "DMT_1.dat").string()}, 2},
+                        {{"uni", dat.string(), (dir / "Thrust.dat").string()}, 2},
+                        {{"save", dat.string(), (dir / "other/../DMT_1.dat").string(), "--force"}, 2},
+                        {{"save", dat.string(), (dir / "other/DMT_2.dat").string()}, 1}};
+  for (const Case& c : cases) {
+    std::vector<std::string> args = c.args;
+    args.insert(args.begin(), "dmt");
+    EXPECT_EQ(runProgram(kKoru, args).exitCode, c.exitCode) << c.args[2];
+  }
+  EXPECT_EQ(ScratchFolder::read(dat), kSmallTest);
+  EXPECT_EQ(ScratchFolder::read(foreign), "THRUST UNITS = kg\r\n\r\n");
+  EXPECT_EQ(runProgram(kKoru, {"dmt", "save", dat.string(), (dir / "other/DMT_2.dat").string(), "--force"}).exitCode, 0);
+  EXPECT_NE(ScratchFolder::read(foreign).find("Z = 0.20, TH = 400"), std::string::npos);
+}
+
 // Usage errors exit with 2 and name what is wrong; a usage error tells the line that help gives.
 TEST(KoruCli, UsageErrorsHelpAndVersion) {
   struct Case { std::vector<std::string> args; int exitCode; const char* told; };  // told on stderr
@@ -218,6 +247,22 @@ TEST_F(KoruSiteCli, VerticalEvalAppliesTheVerticalsUnitWeightProfile) {
   auto byProfile = koru({"vertical", "eval", "SITE_1", "VERT_1"});
   ASSERT_EQ(byProfile.exitCode, 0) << byProfile.err;
   EXPECT_EQ(split(split(byProfile.out, '\n').at(1), ',').at(8), "20") << "the Gamma column";
+}
+
+// A profile read only in part is named, and fails every command that read it.
+TEST_F(KoruSiteCli, AFileReadInPartIsNamedAndFailsTheCommand) {
+  koru({"site", "create", "S"});
+  koru({"vertical", "create", "SITE_1"});
+  root.write("SITES/SITE_1/VERT_1/DMT_1.dat", kSmallTest);
+  const auto gamma = root.write("SITES/SITE_1/VERT_1/GAMMA_1.dat", "2\r\n0.0:20.0\r\n5:x\r\n");
+  ScratchFolder out;
+  for (std::vector<std::string> args : {std::vector<std::string>{"vertical", "eval", "SITE_1", "VERT_1"},
+                                        {"vertical", "list", "SITE_1"},
+                                        {"site", "uni", "SITE_1", "--out", out.path().string()}}) {
+    auto run = koru(args);
+    EXPECT_EQ(run.exitCode, 1) << args[1];
+    EXPECT_NE(run.err.find(gamma.string()), std::string::npos) << args[1] << run.err;
+  }
 }
 
 TEST_F(KoruSiteCli, UnknownSiteOrVerticalIsNamed) {

@@ -82,6 +82,17 @@ TEST(DissFileReader, KeysInAnyOrderAndCaseACutTowardsZeroAndACommaEndsAQuotedTex
             "T =  1.00, A =   400\r\nT =  2.00, A =  -300\r\n");
 }
 
+// A key the file lacks keeps what the record held; the readings are the file's alone.
+TEST(DissFileReader, ReadingAgainKeepsTheFieldsTheFileLacks) {
+  cls_DissTEST t;
+  t.U0 = 35, t.isUoSpecified = true, t.Id = 0.4f, t.OCR = 2, t.Mh = 4.5f;
+  t.setDissData({1, 2}, {500, 480});
+  ASSERT_TRUE(t.parseDis("DISSIP2002\r\nOCR = 3\r\nT = 5, A = 400\r\n", "in.dis").complete());
+  EXPECT_EQ(std::vector<float>({t.U0, t.Id, t.OCR, t.Mh}), std::vector<float>({35, 0.4f, 3, 4.5f}));
+  EXPECT_TRUE(t.isUoSpecified);
+  EXPECT_EQ(t.vA(), std::vector<int16_t>{400});
+}
+
 TEST(DissFileReader, WrongMarkerOrBrokenLinesKeepWhatWasReadAndSayWhere) {
   ScratchFolder dir;
   const struct { const char* bytes; LoadStatus status; int line; size_t readings; } cases[] = {{"DISSIP2001\r\nT = 1, A = 500\r\n", LoadStatus::WrongFormat, 1, 0},

@@ -9,7 +9,7 @@ namespace {
 
 using testing::ScratchFolder;
 
-TEST(DissCollection, LoadsDisFilesInNameOrderAndNeverWritesForeignOrBrokenOnesBack) {
+TEST(DissCollection, LoadsDisFilesInNameOrderAndKeepsABrokenOneAsideBeforeWritingIt) {
   ScratchFolder dir;
   const std::string broken = "DISSIP2002\r\nZD = 3\r\nT = 1, A = 500\r\nT = 2, A = 99999\r\nT = 4, A = 450\r\n";
   dir.write("0100.dis", "not a dissipation\r\n");
@@ -27,8 +27,13 @@ TEST(DissCollection, LoadsDisFilesInNameOrderAndNeverWritesForeignOrBrokenOnesBa
   EXPECT_GT(d.item(1)->FlexT, 0.7f) << "each loaded test is interpreted";
   EXPECT_EQ(d.item(2)->N(), 1) << "what was read is shown";
 
-  ASSERT_TRUE(d.saveInfo());
-  EXPECT_EQ(ScratchFolder::read(dir / "0300.dis"), broken);
+  // The broken file is written back with what was read, its original kept aside and told.
+  problems.clear();
+  ASSERT_TRUE(d.saveInfo(&problems));
+  EXPECT_EQ(ScratchFolder::read(dir / "0300.dis.damaged"), broken);
+  EXPECT_EQ(ScratchFolder::read(dir / "0300.dis"), d.item(2)->strDisFile());
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_EQ(problems[0].file, dir / "0300.dis");
   EXPECT_EQ(ScratchFolder::read(dir / "0100.dis"), "not a dissipation\r\n");
 }
 

@@ -104,6 +104,21 @@ TEST(ThrustFile, LoadThenSaveGivesTheSameBytesAndRemoveDeletesTheFile) {
   EXPECT_FLOAT_EQ(o.sngPhiIdMin, 1.8f);
 }
 
+// A test whose Thrust.dat cannot be replaced keeps its old .dat too: the two never disagree.
+TEST(ThrustFile, ATestAndItsThrustAreReplacedTogetherOrNotAtAll) {
+  const std::string dat = "1.2,1.4,1,0.15,0.4,34.7,0.05,3,0,1.73293,0.2\r\n" + kDatStrings + "120,300\r\n130,310\r\n";
+  ScratchFolder dir;
+  cls_DmtTEST t;
+  t.setDatPath(dir.write("DMT_1.dat", dat));
+  dir.write("Thrust.dat", kDefaultHead + "Z = 1.20, TH = 420\r\n");
+  ASSERT_EQ(t.loadFile(), -1);
+  std::filesystem::remove(dir / "Thrust.dat");
+  std::filesystem::create_directory(dir / "Thrust.dat");
+  t.vA[0] = 290;
+  EXPECT_EQ(t.saveFile(), 0);
+  EXPECT_EQ(ScratchFolder::read(dir / "DMT_1.dat"), dat);
+}
+
 // --- The angle that balances the thrust ---------------------------------------------------------
 //
 // Each thrust was worked out by hand for its angle, outside this program, from the closed-form

@@ -88,6 +88,16 @@ TEST_F(SiteUniExport, WritesEachDmtTestUnderItsTrimmedNameWithItsOwnThrustFields
   EXPECT_EQ(ScratchFolder::read(out / "B3.uni"), expectedUni(2, DMTOptions{}));
 }
 
+// A name taken earlier in the export (letter case aside) gets the vertical's folder as well.
+TEST_F(SiteUniExport, ASecondTestOfTheSameNameDoesNotReplaceTheFirst) {
+  prompts.inputAnswers.push_back(std::string("SAND 1"));
+  const SiteUniExportResult r = exportSiteUNI(site, out.path(), DMTOptions{}, strings);
+  EXPECT_THAT(r.written, ElementsAre(out / "Sand 1.uni", out / "SAND 1 (VERT_2).uni"));
+  ASSERT_EQ(r.renamed.size(), 1u);
+  EXPECT_EQ(r.renamed[0].file, r.written[1]);
+  EXPECT_EQ(ScratchFolder::read(out / "Sand 1.uni"), expectedUni(1, DMTOptions{}));
+}
+
 TEST(SiteUniFileName, UsableNamesAreThoseEveryFileSystemTakes) {
   for (const char* good : {"Prova_3.b", "citt\xC3\xA0", "CONSOLE", "COM0"}) EXPECT_TRUE(isUsableFileName(good)) << good;
   for (const char* bad : {"A\\B", "C:", "a*", "end.", "end ", "con.txt", "Nul", "lpt9.uni"})

@@ -95,5 +95,21 @@ TEST_F(VerticalFixture, ADamagedFileIsKeptAsideBeforeTheFirstSaveOverIt) {
   EXPECT_FALSE(fs::exists(folder / "DMT_1.dat.damaged2"));
 }
 
+// Only the file read in part is kept aside, and it is never cut short without that copy.
+TEST_F(VerticalFixture, TheCopyKeptIsOfTheFileReadInPart) {
+  sites.write("SITE_1/VERT_1/DMT_1.dat",
+              "0.2,0.4,1,0.15,0.4,34.7,0,3,0,1.73293,0.2\r\n\"F\",\"C\"\r\n\"J\",\"S\",\"R\"\r\n\"D\",\"T\"\r\n"
+              "300,420\r\n310,440\r\n");
+  const std::string thrust = "THRUST UNITS = kg\r\n\r\nZ = 0.20, TH = 400\r\nZ = 0.30, TH = 420\r\nZ = 0.40, TH = 450\r\n";
+  sites.write("SITE_1/VERT_1/Thrust.dat", thrust);
+  EXPECT_FALSE(vertical.loadData(DMTOptions{}));
+  std::vector<Diagnostic> problems;
+  ASSERT_TRUE(vertical.saveInfo(&problems));
+  EXPECT_EQ(ScratchFolder::read(folder / "Thrust.dat.damaged"), thrust);
+  EXPECT_FALSE(fs::exists(folder / "DMT_1.dat.damaged"));
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_EQ(problems[0].file, folder / "Thrust.dat");
+}
+
 }  // namespace
 }  // namespace koru
