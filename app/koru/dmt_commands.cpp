@@ -89,8 +89,9 @@ int runSave(Context& context) {
   if (!loadTest(test, positional[0], false, context.err, partial)) return kExitDataError;
   const std::vector<fs::path> inputs = filesRead(test);
   test.setDatPath(positional[1]);
-  std::vector<fs::path> outputs{test.getDatPath()};
-  if (test.blnHasThrust) outputs.push_back(test.thrustFilePath());
+  // A Thrust.dat left in the target folder would be read with the new test even when the test
+  // has no thrust rows of its own, so it counts as an output in every case.
+  const std::vector<fs::path> outputs{test.getDatPath(), test.thrustFilePath()};
   for (const fs::path& output : outputs) {
     if (isAnInput(output, inputs, context.err)) return kExitUsage;
     // A file already there holds another test (or its thrust rows): replaced only on request.
@@ -103,6 +104,14 @@ int runSave(Context& context) {
   Diagnostic why;
   if (test.saveFile(&why) == 0) {
     context.err << why.toString() << '\n';
+    return kExitDataError;
+  }
+  std::error_code ec;
+  if (!test.blnHasThrust && fs::remove(test.thrustFilePath(), ec)) {
+    context.err << "koru: " << test.thrustFilePath().string() << ": the thrust rows of the replaced test were removed\n";
+  } else if (ec) {
+    context.err << "koru: " << test.thrustFilePath().string() << ": cannot remove the thrust rows of the replaced test: "
+                << ec.message() << '\n';
     return kExitDataError;
   }
   return kExitOk;

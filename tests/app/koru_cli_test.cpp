@@ -140,6 +140,13 @@ TEST(KoruCli, ThrustEndingEarlyWarnsAndNoOutputReplacesAnInputOrAnotherTest) {
   EXPECT_EQ(ScratchFolder::read(foreign), "THRUST UNITS = kg\r\n\r\n");
   EXPECT_EQ(runProgram(kKoru, {"dmt", "save", dat.string(), (dir / "other/DMT_2.dat").string(), "--force"}).exitCode, 0);
   EXPECT_NE(ScratchFolder::read(foreign).find("Z = 0.20, TH = 400"), std::string::npos);
+
+  // A test without thrust would be read with the thrust rows left in the folder.
+  const auto plain = dir.write("plain/DMT_3.dat", kSmallTest);
+  EXPECT_EQ(runProgram(kKoru, {"dmt", "save", plain.string(), (dir / "other/DMT_2.dat").string()}).exitCode, 1);
+  EXPECT_TRUE(std::filesystem::exists(foreign));
+  EXPECT_EQ(runProgram(kKoru, {"dmt", "save", plain.string(), (dir / "other/DMT_2.dat").string(), "--force"}).exitCode, 0);
+  EXPECT_FALSE(std::filesystem::exists(foreign));
 }
 
 // Usage errors exit with 2 and name what is wrong; a usage error tells the line that help gives.
