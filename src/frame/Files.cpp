@@ -231,6 +231,8 @@ void removeFiles(const std::vector<fs::path>& files) {
 
 void setTemporaryNameSource(TemporaryNameSource source) { nameSource = source; }
 
+void removeStaleTemporaries(const fs::path& folder) { cleanStaleTemporaries(folder); }
+
 bool writeFileAtomically(const fs::path& path, std::string_view bytes, Diagnostic* error) {
   const fs::path folder = folderOf(path);
   cleanStaleTemporaries(folder);

@@ -36,6 +36,8 @@ std::optional<std::string> readFileBytes(const std::filesystem::path& path, Diag
 // computer's, or a process number used again), is removed. A name without a process number
 // (an older program's "<name>.tmp~") is removed once ten minutes old.
 bool writeFileAtomically(const std::filesystem::path& path, std::string_view bytes, Diagnostic* error = nullptr);
+// The cleaning every save does, for a repair: the stale temporaries of the folder go.
+void removeStaleTemporaries(const std::filesystem::path& folder);
 
 // One file of a save that writes several together.
 struct FileContent {

@@ -256,7 +256,9 @@ bool cls_SITE::cleanLeftovers(std::vector<Diagnostic>* done) {
     tell(why);
     return false;
   }
+  for (const cls_VERTICAL& vertical : verticals) removeStaleTemporaries(vertical.strFolderPath);
   for (const std::string& name : unlisted) {
+    removeStaleTemporaries(folder / name);
     tell({folder / name, 0, "added to the site file"});
     cls_VERTICAL vertical;
     vertical.setFolders(folder, name);

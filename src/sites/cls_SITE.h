@@ -64,7 +64,8 @@ class cls_SITE {
   // (it is left for cleanLeftovers).
   bool removeVertical(int index, Diagnostic* why = nullptr);
   // The repair of interrupted changes: deletes the leftovers of verticals being built or
-  // removed, and appends to the site file the VERT_m folders it does not name. What was done is
+  // removed, appends to the site file the VERT_m folders it does not name, and clears the
+  // temporaries of killed saves in the site's and the verticals' folders. What was done is
   // told in `done`; false if something could not be done (also told there).
   bool cleanLeftovers(std::vector<Diagnostic>* done = nullptr);
 
