@@ -12,6 +12,7 @@
 #include "synthetic_strike.h"
 
 #include <cmath>
+#include "sites/FS.h"
 #include "sites/cls_SITE.h"
 
 namespace {
@@ -197,5 +198,8 @@ int main(int argc, char** argv) {
   for (size_t i = 0; i < third->dmt->vZ.size(); ++i)
     third->dmt->vTH[i] = std::round(demoThrust(third->dmt->vZ[i]));
   third->saveInfo(&problems);
+  // The lock files of the changes above hold nothing; the bundled data is the data alone.
+  std::filesystem::remove(sites / koru::FS::kLockFileName, ec);
+  std::filesystem::remove(sites / "SITE_1" / koru::FS::kLockFileName, ec);
   return report(problems) ? 0 : 1;
 }

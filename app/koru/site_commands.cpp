@@ -1,9 +1,11 @@
+#include <optional>
 #include <ostream>
 #include <string>
 
 #include "commands.h"
 #include "csv_output.h"
 #include "dmt_output.h"
+#include "frame/FileLock.h"
 #include "frame/Files.h"
 #include "frame/Numbers.h"
 #include "frame/TextCodec.h"
@@ -43,6 +45,20 @@ bool openSite(Context& context, const std::string& folder, cls_SITE& site) {
 // results it printed may lack what could not be read (every such file was named on stderr).
 int exitCode(const cls_SITE& site, bool ok = true) { return ok && site.problems().empty() ? kExitOk : kExitDataError; }
 
+// A change holds the site's lock from before the site is read until its last write, so that two
+// programs changing one site never undo each other's changes. The lock goes with `lock`.
+bool openSiteToChange(Context& context, const std::string& folder, cls_SITE& site, std::optional<FileLock>& lock) {
+  const auto root = sitesPath(context);
+  if (!FS::folderNumber(folder, FS::kSitePrefix) || !folderExists(root / folder))
+    return openSite(context, folder, site);  // says why not
+  lock.emplace(cls_SITE::lockFolder(root / folder));
+  if (!lock->locked()) {
+    context.err << lock->why().toString() << '\n';
+    return false;
+  }
+  return openSite(context, folder, site);
+}
+
 // The 1-based index of VERT_m in the site, or 0.
 int verticalIndex(cls_SITE& site, const std::string& folder) {
   for (int i = 1; i <= site.verticals.Count(); ++i)
@@ -51,8 +67,9 @@ int verticalIndex(cls_SITE& site, const std::string& folder) {
 }
 
 // Opens the site and finds the vertical in it; its 1-based index, or 0 after telling why not.
-int openVertical(Context& context, const std::string& siteFolder, const std::string& verticalFolder, cls_SITE& site) {
-  if (!openSite(context, siteFolder, site)) return 0;
+int openVertical(Context& context, const std::string& siteFolder, const std::string& verticalFolder, cls_SITE& site,
+                 std::optional<FileLock>* lock = nullptr) {
+  if (!(lock ? openSiteToChange(context, siteFolder, site, *lock) : openSite(context, siteFolder, site))) return 0;
   const int index = verticalIndex(site, verticalFolder);
   if (index == 0) context.err << "koru: " << siteFolder << " has no vertical " << verticalFolder << '\n';
   return index;
@@ -124,11 +141,25 @@ int siteUni(Context& context) {
   return exitCode(site, result.problems.empty());
 }
 
+// Mends what interrupted changes left behind: half-built or half-removed verticals, whole ones
+// the site file does not name, temporaries of killed saves.
+int siteRepair(Context& context) {
+  if (context.args.size() != 1) return usageError(context, "site repair");
+  cls_SITE site;
+  std::optional<FileLock> lock;
+  if (!openSiteToChange(context, context.args[0], site, lock)) return kExitDataError;
+  std::vector<Diagnostic> done;
+  const bool ok = site.cleanLeftovers(&done);
+  for (const Diagnostic& d : done) context.out << d.toString() << '\n';
+  return ok ? kExitOk : kExitDataError;
+}
+
 int verticalCreate(Context& context) {
   if (context.args.empty() || context.args.size() > 2) return usageError(context, "vertical create");
   if (context.args.size() == 2 && !isStorable(context, "test name", context.args[1])) return kExitUsage;
   cls_SITE site;
-  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  std::optional<FileLock> lock;
+  if (!openSiteToChange(context, context.args[0], site, lock)) return kExitDataError;
   std::vector<Diagnostic> problems;
   cls_VERTICAL* vertical = site.newVertical(&problems);
   if (vertical && context.args.size() == 2) {
@@ -176,7 +207,8 @@ int verticalShow(Context& context) {
 int verticalReorder(Context& context) {
   if (context.args.size() < 2) return usageError(context, "vertical reorder");
   cls_SITE site;
-  if (!openSite(context, context.args[0], site)) return kExitDataError;
+  std::optional<FileLock> lock;
+  if (!openSiteToChange(context, context.args[0], site, lock)) return kExitDataError;
   std::vector<int> order;
   for (size_t i = 1; i < context.args.size(); ++i) {
     auto value = tryParseDouble(context.args[i]);
@@ -202,10 +234,11 @@ int verticalReorder(Context& context) {
 int verticalRemove(Context& context) {
   if (context.args.size() != 2) return usageError(context, "vertical remove");
   cls_SITE site;
-  const int index = openVertical(context, context.args[0], context.args[1], site);
+  std::optional<FileLock> lock;
+  const int index = openVertical(context, context.args[0], context.args[1], site, &lock);
   if (index == 0) return kExitDataError;
   Diagnostic why;
-  if (!site.verticals.Remove(index, &why) || !site.saveInfo(&why)) {
+  if (!site.removeVertical(index, &why)) {
     context.err << why.toString() << '\n';
     return kExitDataError;
   }
@@ -318,7 +351,7 @@ int verticalStats(Context& context) {
 }  // namespace
 
 int runSiteCommand(Context& context) {
-  return runGroup(context, "site", {{"list", siteList}, {"create", siteCreate}, {"uni", siteUni}});
+  return runGroup(context, "site", {{"list", siteList}, {"create", siteCreate}, {"uni", siteUni}, {"repair", siteRepair}});
 }
 
 int runVerticalCommand(Context& context) {

@@ -27,6 +27,7 @@ constexpr std::array<CommandUsage, 19> kCommands{{
     {"site list", "", "sites with their names (CSV)"},
     {"site create", "NAME", "a new site; prints its folder"},
     {"site uni", "SITE_n --out DIR", "a DMTUNI92 file for each DMT test of the site"},
+    {"site repair", "SITE_n", "cleans what interrupted changes left in the site; prints what it did"},
     {"vertical create", "SITE_n [NAME]", "a new vertical; prints its folder"},
     {"vertical list", "SITE_n", "the verticals in the site's order (CSV)"},
     {"vertical show", "SITE_n VERT_m", "the vertical's header"},

@@ -34,9 +34,13 @@ std::string lastName(const fs::path& path) {
   return p.filename().string();
 }
 
-std::string newFolderName(const fs::path& parent, std::string_view prefix) {
+std::string newFolderName(const fs::path& parent, std::string_view prefix, std::vector<std::string> taken) {
+  for (const std::string& leftover : listLeftovers(parent))
+    if (auto name = leftoverOf(leftover)) taken.push_back(*name);
+  std::sort(taken.begin(), taken.end());
   for (int n = 1; n <= kMaxNumber; ++n) {
     std::string name = std::string(prefix) + std::to_string(n);
+    if (std::binary_search(taken.begin(), taken.end(), name)) continue;
     std::error_code ec;
     const fs::file_status st = fs::symlink_status(parent / name, ec);
     if (st.type() == fs::file_type::not_found) return name;
@@ -122,10 +126,61 @@ std::optional<int> folderNumber(std::string_view name) {
 
 bool isValidFolderName(std::string_view name) { return folderNumber(name).has_value(); }
 
-std::string newSiteFolderName(const fs::path& sitesPath) { return newFolderName(sitesPath, kSitePrefix); }
+std::string buildingName(std::string_view folderName) { return "." + std::string(folderName) + std::string(kBuildingEnd); }
+
+std::string removingName(std::string_view folderName) { return "." + std::string(folderName) + std::string(kRemovingEnd); }
+
+std::optional<std::string> leftoverOf(std::string_view name) {
+  if (name.empty() || name.front() != '.') return std::nullopt;
+  name.remove_prefix(1);
+  for (std::string_view end : {kBuildingEnd, kRemovingEnd}) {
+    if (name.size() <= end.size() || !name.ends_with(end)) continue;
+    const std::string_view folder = name.substr(0, name.size() - end.size());
+    if (isValidFolderName(folder)) return std::string(folder);
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> listLeftovers(const fs::path& folder) {
+  std::vector<std::string> names;
+  std::error_code ec;
+  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+    std::string name = it->path().filename().string();
+    if (leftoverOf(name)) names.push_back(std::move(name));
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::string newSiteFolderName(const fs::path& sitesPath) { return newFolderName(sitesPath, kSitePrefix, {}); }
 
 std::string newVerticalFolderName(const fs::path& siteFolderPath) {
-  return newFolderName(siteFolderPath, kVerticalPrefix);
+  std::vector<std::string> listed;
+  const fs::path siteFile = siteFolderPath / (lastName(siteFolderPath) + ".dat");
+  if (const auto bytes = readFileBytes(siteFile)) {
+    SiteFile site;
+    site.parse(*bytes, siteFile);
+    for (SiteFile::Vertical& v : site.verticals) listed.push_back(std::move(v.name));
+  }
+  return newFolderName(siteFolderPath, kVerticalPrefix, std::move(listed));
+}
+
+std::vector<std::string> listUnlistedVerticalFolders(const fs::path& siteFolderPath) {
+  std::vector<std::string> listed = listVerticalFolders(siteFolderPath);
+  std::sort(listed.begin(), listed.end());
+  std::vector<std::pair<int, std::string>> found;
+  std::error_code ec;
+  for (fs::directory_iterator it(siteFolderPath, ec), end; !ec && it != end; it.increment(ec)) {
+    std::string name = it->path().filename().string();
+    const auto n = folderNumber(name, kVerticalPrefix);
+    std::error_code stEc;
+    if (n && it->is_directory(stEc) && !std::binary_search(listed.begin(), listed.end(), name))
+      found.emplace_back(*n, std::move(name));
+  }
+  std::sort(found.begin(), found.end());
+  std::vector<std::string> names;
+  for (auto& [n, name] : found) names.push_back(std::move(name));
+  return names;
 }
 
 std::string siteDisplayName(const fs::path& siteFolderPath) {
@@ -179,10 +234,9 @@ std::vector<std::string> listVerticalFolders(const fs::path& siteFolderPath, std
   // A folder that is missing is told at its line, among the lines the file itself spoils.
   std::vector<Diagnostic> found = std::move(site.problems);
   for (SiteFile::Vertical& v : site.verticals) {
-    if (folderExists(siteFolderPath / v.name))
-      names.push_back(std::move(v.name));
-    else
-      found.push_back({siteFile, v.line, "the folder " + v.name + " does not exist: skipped"});
+    if (!folderExists(siteFolderPath / v.name))
+      found.push_back({siteFile, v.line, "the folder " + v.name + " does not exist (folder missing)"});
+    names.push_back(std::move(v.name));
   }
   std::stable_sort(found.begin(), found.end(), [](const Diagnostic& a, const Diagnostic& b) { return a.line < b.line; });
   for (Diagnostic& d : found) report(std::move(d));
@@ -209,20 +263,17 @@ bool copyFile(const fs::path& from, const fs::path& to, bool overwrite, Diagnost
       return false;
     }
   }
-  fs::path temp = to;
-  temp += ".tmp~";
-  fs::copy_file(from, temp, fs::copy_options::overwrite_existing, ec);
-  if (ec) {
-    std::error_code ignored;
-    fs::remove(temp, ignored);
-    setWhy(why, to, "cannot copy: " + ec.message());
+  // The copy goes through the same exclusive temporary as every save, so a failed copy leaves
+  // the old target whole and nothing planted beside it is written through.
+  Diagnostic readWhy;
+  const auto bytes = readFileBytes(from, &readWhy);
+  if (!bytes) {
+    setWhy(why, from, "cannot copy: " + readWhy.reason);
     return false;
   }
-  fs::rename(temp, to, ec);
-  if (ec) {
-    std::error_code ignored;
-    fs::remove(temp, ignored);
-    setWhy(why, to, "cannot copy: " + ec.message());
+  Diagnostic writeWhy;
+  if (!writeFileAtomically(to, *bytes, &writeWhy)) {
+    setWhy(why, to, "cannot copy: " + writeWhy.reason);
     return false;
   }
   return true;

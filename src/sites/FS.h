@@ -33,10 +33,23 @@ std::optional<int> folderNumber(std::string_view name, std::string_view prefix);
 // "SITE_" or "VERT_" followed by a number.
 bool isValidFolderName(std::string_view name);
 
-// The smallest SITE_n (n from 1) that names nothing below `sitesPath`. A file in the way is
-// skipped with a log line; "" if the folder cannot be inspected.
+// A new site or vertical is built under a hidden name and renamed into place when whole; one
+// being removed is first renamed aside under another. Either name left in a folder is what an
+// interrupted change leaves behind. The lock file sits in the sites folder and in each site's
+// folder; the programs that change them lock it.
+inline constexpr std::string_view kBuildingEnd = ".new~";
+inline constexpr std::string_view kRemovingEnd = ".removed~";
+inline constexpr std::string_view kLockFileName = ".koru-lock";
+std::string buildingName(std::string_view folderName);  // ".VERT_m.new~"
+std::string removingName(std::string_view folderName);  // ".VERT_m.removed~"
+// The SITE_n or VERT_m a leftover name stands for; nullopt for any other name.
+std::optional<std::string> leftoverOf(std::string_view name);
+
+// The smallest SITE_n (n from 1) that names nothing below `sitesPath`, and no leftover either.
+// A file in the way is skipped with a log line; "" if the folder cannot be inspected.
 std::string newSiteFolderName(const std::filesystem::path& sitesPath);
-// The same for VERT_m below a site folder.
+// The same for VERT_m below a site folder; a number the site file names is taken too, even when
+// its folder is missing.
 std::string newVerticalFolderName(const std::filesystem::path& siteFolderPath);
 
 // First line of SITE_n/SITE_n.dat. A broken site shows as such in the site list:
@@ -48,10 +61,16 @@ std::string siteDisplayName(const std::filesystem::path& siteFolderPath);
 // Names of the SITE_n folders below `sitesPath`, by number. Files and other names are skipped.
 std::vector<std::string> listSiteFolders(const std::filesystem::path& sitesPath);
 
-// VERT_m names in the order of the site file. Lines that are not a vertical name, repeat an
-// earlier one or name no folder are skipped, each with a diagnostic in `problems`.
+// VERT_m names in the order of the site file. Lines that are not a vertical name or repeat an
+// earlier one are skipped, each with a diagnostic in `problems`. A name whose folder is missing
+// stays in the list, with a diagnostic: the line keeps its number until the user removes it.
 std::vector<std::string> listVerticalFolders(const std::filesystem::path& siteFolderPath,
                                              std::vector<Diagnostic>* problems = nullptr);
+
+// The leftovers of interrupted changes in a folder (see buildingName), by name.
+std::vector<std::string> listLeftovers(const std::filesystem::path& folder);
+// VERT_m folders of the site that its site file does not name, by number.
+std::vector<std::string> listUnlistedVerticalFolders(const std::filesystem::path& siteFolderPath);
 
 // --- Files and folders ----------------------------------------------------------------------
 

@@ -1,12 +1,15 @@
 #include "sites/cls_VERTICALS.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "frame/Log.h"
 #include "sites/FS.h"
 
 namespace koru {
+
+namespace fs = std::filesystem;
 
 cls_VERTICAL* cls_VERTICALS::item(int index) { return valid(index) ? items_[index - 1].get() : nullptr; }
 
@@ -38,8 +41,18 @@ bool cls_VERTICALS::Remove(int index, Diagnostic* why) {
     if (why) *why = {vertical.strFolderPath, 0, "not a vertical's folder: nothing deleted"};
     return false;
   }
-  if (!FS::deleteFolder(vertical.strFolderPath, why)) return false;
-  return unLoad(index);
+  const fs::path aside = vertical.strFolderPath.parent_path() / FS::removingName(vertical.strFolderName);
+  // A leftover of an earlier removal of the same name would stop the rename.
+  if (!FS::deleteFolder(aside, why)) return false;
+  std::error_code ec;
+  fs::rename(vertical.strFolderPath, aside, ec);
+  if (ec && ec != std::errc::no_such_file_or_directory) {
+    if (why) *why = {vertical.strFolderPath, 0, "cannot remove the folder: " + ec.message()};
+    return false;
+  }
+  const bool deleted = ec || FS::deleteFolder(aside, why);
+  unLoad(index);
+  return deleted;
 }
 
 void cls_VERTICALS::Clear() {

@@ -25,9 +25,13 @@ class cls_VERTICALS {
   cls_VERTICAL& load(cls_VERTICAL vertical);
   // Takes the item out of the collection; its files stay as they are.
   bool unLoad(int index);
-  // Deletes the vertical's folder with everything it holds, then takes the item out. Only a
-  // folder named like the vertical (VERT_m) is ever deleted. If the folder cannot be deleted the
-  // item stays. The caller rewrites the site file.
+  // Deletes the vertical's folder with everything it holds and takes the item out. Only a folder
+  // named like the vertical (VERT_m) is ever deleted. The folder is first renamed aside (see
+  // FS::removingName), so that it is either whole under its name or gone from it: if that fails
+  // the item stays and nothing changed. A missing folder is no error. If what was renamed aside
+  // cannot be deleted in full, it is left for cleaning (false, with why) and the item goes all
+  // the same. The site file is the caller's: cls_SITE::removeVertical takes the vertical out of
+  // it first.
   bool Remove(int index, Diagnostic* why = nullptr);
   // Empties the collection; no file is touched.
   void Clear();

@@ -242,6 +242,22 @@ TEST_F(KoruSiteCli, ReorderAndRemoveChangeOnlyTheSiteFileAndTheVerticalsFolder) 
   EXPECT_EQ(siteFile(), "S\r\nVERT_3\r\nVERT_2\r\nVERT_1\r\n");
 }
 
+// What a killed change leaves is told on every opening until the repair mends it: a half-built
+// vertical goes, a whole one the site file does not name is listed again.
+TEST_F(KoruSiteCli, RepairMendsWhatAKilledChangeLeft) {
+  koru({"site", "create", "S"});
+  koru({"vertical", "create", "SITE_1"});
+  root.write("SITES/SITE_1/.VERT_2.new~/VERT_2/VERT_2.dat", "half\r\n");
+  root.write("SITES/SITE_1/VERT_3/VERT_3.dat", "whole\r\n");
+  auto before = koru({"vertical", "list", "SITE_1"});
+  EXPECT_EQ(before.exitCode, 1);
+  EXPECT_NE(before.err.find("VERT_3"), std::string::npos) << before.err;
+  ASSERT_EQ(koru({"site", "repair", "SITE_1"}).exitCode, 0);
+  EXPECT_FALSE(std::filesystem::exists(site("SITE_1/.VERT_2.new~")));
+  EXPECT_EQ(siteFile(), "S\r\nVERT_1\r\nVERT_3\r\n");
+  EXPECT_EQ(koru({"vertical", "list", "SITE_1"}).exitCode, 0);
+}
+
 TEST_F(KoruSiteCli, VerticalEvalAppliesTheVerticalsUnitWeightProfile) {
   koru({"site", "create", "S"});
   koru({"vertical", "create", "SITE_1"});

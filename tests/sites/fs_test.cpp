@@ -34,13 +34,13 @@ TEST(FSNewFolderNames, TakesTheSmallestFreeNumber) {
   EXPECT_EQ(FS::newSiteFolderName(root.path()), "SITE_4");
 }
 
-TEST(FSListVerticalFolders, SkipsAndReportsLinesThatNameNoVerticalFolder) {
+TEST(FSListVerticalFolders, SkipsLinesThatNameNoVerticalAndKeepsOnesWhoseFolderIsMissing) {
   ScratchFolder root;
   fs::create_directories(root / "SITE_1" / "VERT_1");
   fs::create_directories(root / "SITE_2");
   root.write("SITE_1/SITE_1.dat", "Name\r\n..\\SITE_2\r\nVERT_1\r\nVERT_7\r\nVERT_1\r\n");
   std::vector<Diagnostic> problems;
-  EXPECT_THAT(FS::listVerticalFolders(root / "SITE_1", &problems), ElementsAre("VERT_1"));
+  EXPECT_THAT(FS::listVerticalFolders(root / "SITE_1", &problems), ElementsAre("VERT_1", "VERT_7"));
   ASSERT_EQ(problems.size(), 3u);
   EXPECT_EQ(problems[1].line, 4);
 }
