@@ -16,7 +16,7 @@ struct CommandUsage {
   std::string_view summary;
 };
 
-constexpr std::array<CommandUsage, 19> kCommands{{
+constexpr std::array<CommandUsage, 20> kCommands{{
     {"dmt eval", "FILE.dat [--set NAME=VALUE]... [--units] [--table] [--allow-partial]",
      "evaluate a DMT test; CSV on stdout (--units: a second header line with the units;\n"
      "--table: a readable table; --allow-partial: what could be read of a broken file)"},

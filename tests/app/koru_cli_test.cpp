@@ -247,14 +247,15 @@ TEST_F(KoruSiteCli, ReorderAndRemoveChangeOnlyTheSiteFileAndTheVerticalsFolder) 
 TEST_F(KoruSiteCli, RepairMendsWhatAKilledChangeLeft) {
   koru({"site", "create", "S"});
   koru({"vertical", "create", "SITE_1"});
-  root.write("SITES/SITE_1/.VERT_2.new~/VERT_2/VERT_2.dat", "half\r\n");
-  root.write("SITES/SITE_1/VERT_3/VERT_3.dat", "whole\r\n");
+  koru({"vertical", "create", "SITE_1"});
+  root.write("SITES/SITE_1/SITE_1.dat", "S\r\nVERT_1\r\n");
+  root.write("SITES/SITE_1/.VERT_3.new~/VERT_3/VERT_3.dat", "half\r\n");
   auto before = koru({"vertical", "list", "SITE_1"});
   EXPECT_EQ(before.exitCode, 1);
-  EXPECT_NE(before.err.find("VERT_3"), std::string::npos) << before.err;
+  EXPECT_NE(before.err.find("VERT_2"), std::string::npos) << before.err;
   ASSERT_EQ(koru({"site", "repair", "SITE_1"}).exitCode, 0);
-  EXPECT_FALSE(std::filesystem::exists(site("SITE_1/.VERT_2.new~")));
-  EXPECT_EQ(siteFile(), "S\r\nVERT_1\r\nVERT_3\r\n");
+  EXPECT_FALSE(std::filesystem::exists(site("SITE_1/.VERT_3.new~")));
+  EXPECT_EQ(siteFile(), "S\r\nVERT_1\r\nVERT_2\r\n");
   EXPECT_EQ(koru({"vertical", "list", "SITE_1"}).exitCode, 0);
 }
 
