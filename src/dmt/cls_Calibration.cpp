@@ -131,7 +131,7 @@ bool cls_Calibration::loadCalibrations(Diagnostic* why) {
 
 LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std::filesystem::path& file) {
   setN(0);
-  const std::string text = cp1252ToUtf8(bytes);
+  const std::string text = cp1252ToUtf8(withoutBom(bytes));
   Diagnostic first{file, 0, ""};  // the first line skipped
   int skipped = 0;
   int line = 0;
@@ -140,6 +140,12 @@ LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std:
   while (nextLine(text, pos, current)) {
     ++line;
     if (trimmed(current).empty()) continue;
+    // A last line without its line end may have lost digits: it is not taken.
+    if (pos == text.size() && !endsWithLineEnd(text)) {
+      if (skipped == 0) first = {file, line, "the file ends early, in the middle of line " + std::to_string(line)};
+      ++skipped;
+      break;
+    }
     const Parsed p = parseLine(current);
     if (!p.deltaA || !p.deltaB) {
       // A calibration without both deltas is no calibration: it is left out so that it does not
