@@ -228,6 +228,8 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
   DissItem item;
   bool hasReadings = false;
   while ((field = in.next())) {
+    // A field without "=" is no pair (a text cut at its comma): passed over without a look.
+    if (field->text.find('=') == std::string::npos) continue;
     item = parseItem(field->text);
     if (item.name == "T") {
       hasReadings = true;
