@@ -84,16 +84,16 @@ void ProfileLongNumber(benchmark::State& state) {
 }
 BENCHMARK(ProfileLongNumber)->Unit(benchmark::kMillisecond);
 
-// Lines that are all skipped, each told.
+// Lines that are all skipped, each told, in characters that take three bytes in UTF-8.
 void CalibrationSkippedLines(benchmark::State& state) {
-  static const std::string bytes = filled("", "DeltaA = x\r\n");
+  static const std::string bytes = filled("", "DeltaA = \x80\x80\r\n");
   run(state, bytes, [](std::string_view b) { return cls_Calibration().parseCalibrations(b, "Calibration_1.dat"); });
 }
 BENCHMARK(CalibrationSkippedLines)->Unit(benchmark::kMillisecond);
 
-// A header of unknown keys that never ends.
+// A header that never ends, of texts in characters that take three bytes in UTF-8.
 void SeismogramEndlessHeader(benchmark::State& state) {
-  static const std::string bytes = filled("NSamples = 32767\r\n", "Noise = 1\r\n");
+  static const std::string bytes = filled("NSamples = 32767\r\n", "Notes = \x80\x80\x80\r\n");
   run(state, bytes, [](std::string_view b) { return cls_SEISMOGRAM().parseFile(b, "t.kor"); });
 }
 BENCHMARK(SeismogramEndlessHeader)->Unit(benchmark::kMillisecond);
@@ -113,12 +113,18 @@ void VTestIndexFallingDepths(benchmark::State& state) {
 }
 BENCHMARK(VTestIndexFallingDepths)->Unit(benchmark::kMillisecond);
 
-// A header of empty fields that never reaches the readings.
+// A header of empty fields that never reaches the readings, and one of pairs of unknown keys.
 void DissEmptyFields(benchmark::State& state) {
   static const std::string bytes = filled("DISSIP2002\r\n", ",");
   run(state, bytes, [](std::string_view b) { return cls_DissTEST().parseDis(b, "t.dis"); });
 }
 BENCHMARK(DissEmptyFields)->Unit(benchmark::kMillisecond);
+
+void DissUnknownPairs(benchmark::State& state) {
+  static const std::string bytes = filled("DISSIP2002\r\n", "X=\x80\x80,");
+  run(state, bytes, [](std::string_view b) { return cls_DissTEST().parseDis(b, "t.dis"); });
+}
+BENCHMARK(DissUnknownPairs)->Unit(benchmark::kMillisecond);
 
 // Junk lines, then distinct vertical names.
 void SiteJunkLines(benchmark::State& state) {

@@ -200,8 +200,8 @@ LoadStatus cls_DissTEST::parseFile(Diagnostic* why) {
 }
 
 LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem::path& file) {
-  const std::string text = cp1252ToUtf8(withoutBom(bytes));
-  InputFields in(text);
+  // Fields are taken from Windows-1252 one at a time: a long damaged file costs no copy of itself.
+  InputFields in(withoutBom(bytes));
   auto first = in.next();
   if (!first || first->text != kMarker)
     return LoadResult::fail(LoadStatus::WrongFormat, {file, first ? first->line : 0, "File not valid"});
@@ -230,7 +230,7 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
   while ((field = in.next())) {
     // A field without "=" is no pair (a text cut at its comma): passed over without a look.
     if (field->text.find('=') == std::string::npos) continue;
-    item = parseItem(field->text);
+    item = parseItem(cp1252ToUtf8(field->text));
     if (item.name == "T") {
       hasReadings = true;
       break;
@@ -259,7 +259,7 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
     auto a = truncatedA(parseItem(aField->text).value);
     if (!a)
       return fail(aField->line, "reading " + std::to_string(index + 1) + ": A " +
-                                    quoteForMessage(parseItem(aField->text).value) + " is out of range");
+                                    quoteForMessage(cp1252ToUtf8(parseItem(aField->text).value)) + " is not a number or out of range");
     if (index >= kMaxReadings)
       return fail(tLine, "too many readings: a test holds at most " + std::to_string(kMaxReadings));
     if (!t.storeTAReadings(*time, *a, index))
@@ -271,7 +271,7 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
     t.sizeVectors();
     field = in.next();
     if (!field) break;
-    item = parseItem(field->text);
+    item = parseItem(cp1252ToUtf8(field->text));
     ++index;
   }
   return finish({});

@@ -131,7 +131,7 @@ bool cls_Calibration::loadCalibrations(Diagnostic* why) {
 
 LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std::filesystem::path& file) {
   setN(0);
-  const std::string text = cp1252ToUtf8(withoutBom(bytes));
+  const std::string_view text = withoutBom(bytes);
   Diagnostic first{file, 0, ""};  // the first line skipped
   int skipped = 0;
   int line = 0;
@@ -146,7 +146,7 @@ LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std:
       ++skipped;
       break;
     }
-    const Parsed p = parseLine(current);
+    const Parsed p = parseLine(cp1252ToUtf8(current));
     if (!p.deltaA || !p.deltaB) {
       // A calibration without both deltas is no calibration: it is left out so that it does not
       // pull the averages towards zero.

@@ -105,7 +105,7 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
     if (parsed) field = *parsed;
     return parsed.has_value();
   };
-  auto notANumber = [&] { return fail(std::string(key) + " '" + std::string(value.substr(0, 40)) + "' is not a number"); };
+  auto notANumber = [&] { return fail(cp1252ToUtf8(key) + " '" + cp1252ToUtf8(value.substr(0, 40)) + "' is not a number"); };
   auto words = [&](std::string_view pair, int16_t& major, int16_t& minor) -> bool {
     const size_t dash = pair.find('-');
     const std::string_view first = trimBlanks(pair.substr(0, dash));
@@ -141,7 +141,7 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
       if (!number(n)) return notANumber();
       if (n < 0) return fail("negative number of samples");
       const auto count = toInt16(n);
-      if (!count) return fail("NSamples '" + std::string(value.substr(0, 40)) + "' is out of range (at most 32767)");
+      if (!count) return fail("NSamples '" + cp1252ToUtf8(value.substr(0, 40)) + "' is out of range (at most 32767)");
       setIntN(*count);
     } else if (key == kGain) {
       float gain = 0;
@@ -157,11 +157,11 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
     } else if (key == kTriggerDelay) {
       if (!integer(value, TrigDelay)) return fail("trigger delay out of range");
     } else if (key == kDate) {
-      Data = std::string(value);
+      Data = cp1252ToUtf8(value);
     } else if (key == kHour) {
-      hour = std::string(value);
+      hour = cp1252ToUtf8(value);
     } else if (key == kNotes) {
-      notes = std::string(value);
+      notes = cp1252ToUtf8(value);
     } else if (key == kFirmware) {
       if (!words(value, firmwareMajor, firmwareMinor)) return fail("firmware words out of range");
     } else if (key == kHardware) {
@@ -178,15 +178,17 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
   return {};
 }
 
+// The bytes are read as they stand: keys and numbers are ASCII, and only the texts are taken
+// from Windows-1252, so a long damaged file costs no copy of itself.
 LoadResult cls_SEISMOGRAM::parseHeader(std::string_view bytes, const std::filesystem::path& file) {
-  const std::string text = cp1252ToUtf8(withoutBom(bytes));
+  const std::string_view text = withoutBom(bytes);
   size_t pos = 0;
   int lineNo = 0;
   return readHeaderLines(text, pos, lineNo, file);
 }
 
 LoadResult cls_SEISMOGRAM::parseFile(std::string_view bytes, const std::filesystem::path& file) {
-  const std::string text = cp1252ToUtf8(withoutBom(bytes));
+  const std::string_view text = withoutBom(bytes);
   size_t pos = 0;
   int lineNo = 0;
   if (LoadResult header = readHeaderLines(text, pos, lineNo, file); !header.complete()) return header;
@@ -253,7 +255,7 @@ int16_t cls_SEISMOGRAM::loadFile(const std::filesystem::path& path, Diagnostic* 
 float cls_SEISMOGRAM::loadZ(const std::filesystem::path& path, Diagnostic* why) const {
   const auto bytes = readFileBytes(path, why);
   if (!bytes) return 0;
-  const std::string text = cp1252ToUtf8(withoutBom(*bytes));
+  const std::string_view text = withoutBom(*bytes);
   size_t pos = 0;
   int lineNo = 0;
   std::string_view line;
@@ -264,7 +266,7 @@ float cls_SEISMOGRAM::loadZ(const std::filesystem::path& path, Diagnostic* why) 
     if (trimBlanks(line.substr(0, eq)) != kZ) continue;
     const std::string_view value = trimBlanks(line.substr(eq + 1));
     if (const auto z = tryParseSingle(value)) return *z;
-    if (why) *why = {path, lineNo, std::string(kZ) + " '" + std::string(value.substr(0, 40)) + "' is not a number"};
+    if (why) *why = {path, lineNo, std::string(kZ) + " '" + cp1252ToUtf8(value.substr(0, 40)) + "' is not a number"};
     return 0;
   }
   return 0;
