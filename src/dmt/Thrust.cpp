@@ -62,15 +62,56 @@ std::string lineText(std::string_view text) {
 }
 
 
-void setRodField(RodData& rod, const std::string& key, std::string_view value) {
+// One "KEY = value" line of the head; false when a number of it is not one.
+bool setRodField(RodData& rod, const std::string& key, std::string_view value) {
+  float* number = nullptr;
   if (key == kKeyRodType) rod.strRodType = cp1252ToUtf8(value);
-  else if (key == kKeyRodDiameter) rod.sngRodDiameter = parseSingle(value);
-  else if (key == kKeyRodWeight) rod.sngRodWeight = parseSingle(value);
-  else if (key == kKeyReducerDiameter) rod.sngReducerDiameter = parseSingle(value);
-  else if (key == kKeyRatioDelPhi) rod.sngRatioDelPhi = parseSingle(value);
-  else if (key == kKeyBladeThickness) rod.sngBladeThickness = parseSingle(value);
-  else if (key == kKeyBladeWidth) rod.sngBladeWidth = parseSingle(value);
+  else if (key == kKeyRodDiameter) number = &rod.sngRodDiameter;
+  else if (key == kKeyRodWeight) number = &rod.sngRodWeight;
+  else if (key == kKeyReducerDiameter) number = &rod.sngReducerDiameter;
+  else if (key == kKeyRatioDelPhi) number = &rod.sngRatioDelPhi;
+  else if (key == kKeyBladeThickness) number = &rod.sngBladeThickness;
+  else if (key == kKeyBladeWidth) number = &rod.sngBladeWidth;
   else if (key == kKeyThrustUnits) rod.strThrustUnits = cp1252ToUtf8(value);
+  if (!number) return true;
+  const auto parsed = tryParseSingle(value);
+  if (parsed) *number = *parsed;
+  return parsed.has_value();
+}
+
+// The row of `depths` that the row pointer reaches from `pointer` when it walks towards `z`:
+// up or down until a depth within kDepthMatch, stopping where it would turn back or leave the
+// rows. Depths in rising order (as a loaded test keeps them) are searched by halving, so a
+// file that jumps between the ends of a long test costs no walk; other orders are walked.
+std::optional<size_t> walkToDepth(const std::vector<float>& depths, bool rising, size_t pointer, float z) {
+  const size_t n = depths.size();
+  if (pointer >= n) return std::nullopt;
+  const auto matches = [z](float d) { return std::fabs(static_cast<double>(z) - d) < kDepthMatch; };
+  if (rising) {
+    const auto begin = depths.begin();
+    if (depths[pointer] < z) {
+      // Upwards over every depth below z that does not match.
+      const auto stop = std::partition_point(begin + static_cast<std::ptrdiff_t>(pointer), depths.end(),
+                                             [&](float d) { return d < z && !matches(d); });
+      if (stop == depths.end() || !matches(*stop)) return std::nullopt;
+      return static_cast<size_t>(stop - begin);
+    }
+    // Downwards over every depth not below z that does not match.
+    const auto stop = std::partition_point(begin, begin + static_cast<std::ptrdiff_t>(pointer) + 1,
+                                           [&](float d) { return d < z || matches(d); });
+    if (stop == begin || !matches(*(stop - 1))) return std::nullopt;
+    return static_cast<size_t>(stop - begin) - 1;
+  }
+  long p = static_cast<long>(pointer);
+  int direction = 0;
+  for (;;) {
+    if (matches(depths[static_cast<size_t>(p)])) return static_cast<size_t>(p);
+    const int step = depths[static_cast<size_t>(p)] < z ? 1 : -1;
+    if (direction != 0 && step != direction) return std::nullopt;
+    direction = step;
+    p += step;
+    if (p < 0 || p >= static_cast<long>(n)) return std::nullopt;
+  }
 }
 
 // The number after the first "=" of one part of a row line ("Z = 1.20" or " TH = 850").
@@ -124,74 +165,56 @@ std::string thrustFileText(const RodData& rod, const std::vector<float>& depths,
 LoadResult parseThrustText(std::string_view bytes, const fs::path& file, const std::vector<float>& depths,
                            RodData& rod, std::vector<float>& thrusts, bool* leftRows) {
   if (leftRows) *leftRows = false;
-  const std::vector<std::string_view> lines = splitLines(bytes);
+  bytes = withoutBom(bytes);
   const size_t n = depths.size();
   thrusts.assign(n, 0.0f);
+  const auto fail = [&](int line, std::string reason) {
+    return LoadResult::fail(LoadStatus::Partial, {file, line, std::move(reason) + ": the rows from here on are not read"});
+  };
+  // A last line without its line end may have lost digits: it is not taken.
+  const auto cutShort = [&](size_t pos) { return pos == bytes.size() && !endsWithLineEnd(bytes); };
 
   // The head: "KEY = value" lines up to the first line without "=".
-  size_t at = 0;
-  for (; at < lines.size(); ++at) {
-    const std::string_view text = lines[at];
+  size_t pos = 0;
+  int lineNumber = 0;
+  std::string_view text;
+  while (nextLine(bytes, pos, text)) {
+    ++lineNumber;
     const size_t eq = text.find('=');
-    if (eq == std::string_view::npos) {
-      ++at;
-      break;
-    }
-    setRodField(rod, upperAscii(trimmed(text.substr(0, eq))), trimmed(text.substr(eq + 1)));
+    if (eq == std::string_view::npos) break;
+    if (cutShort(pos)) return fail(lineNumber, "the file ends early, in the middle of line " + std::to_string(lineNumber));
+    const std::string key = upperAscii(trimmed(text.substr(0, eq)));
+    if (!setRodField(rod, key, trimmed(text.substr(eq + 1))))
+      return fail(lineNumber, cp1252ToUtf8(key) + " " + forMessage(trimmed(text.substr(eq + 1))) + " is not a number");
   }
 
   // The rows. The pointer stays where the last match left it, one row on, so a file in the
   // order of the rows is read in one pass. After a match on the last row it stands past the
   // rows: it has left them, and a further row with thrust ends the reading.
+  const bool rising = std::is_sorted(depths.begin(), depths.end());
   size_t pointer = 0;
-  for (; at < lines.size(); ++at) {
-    const std::string_view text = lines[at];
+  while (nextLine(bytes, pos, text)) {
+    ++lineNumber;
     if (trimmed(text).empty()) continue;
-    const int lineNumber = static_cast<int>(at) + 1;
+    if (cutShort(pos)) return fail(lineNumber, "the file ends early, in the middle of line " + std::to_string(lineNumber));
     const size_t comma = text.find(',');
     std::optional<float> z, thrust;
     if (comma != std::string_view::npos) {
       z = partValue(text.substr(0, comma));
       const std::string_view rest = text.substr(comma + 1);
-      thrust = partValue(rest.substr(0, rest.find(',')));
+      // A second comma is a field the row does not have.
+      if (rest.find(',') == std::string_view::npos) thrust = partValue(rest);
     }
-    if (!z || !thrust)
-      return LoadResult::fail(LoadStatus::Partial,
-                              {file, lineNumber,
-                               "row " + forMessage(text) +
-                                   " is not \"Z = depth, TH = thrust\": the rows from here on are not read"});
+    if (!z || !thrust) return fail(lineNumber, "row " + forMessage(text) + " is not \"Z = depth, TH = thrust\"");
     if (!(*thrust > 0)) return {};  // a thrust of 0 marks the end of the rows
 
-    // Walk up or down to the row of this depth. Turning back means the depth lies between two
-    // rows and matches neither; walking off either end means it lies outside them.
-    bool found = false;
-    if (pointer < n) {
-      long p = static_cast<long>(pointer);
-      int direction = 0;
-      for (;;) {
-        const double gap = static_cast<double>(*z) - depths[static_cast<size_t>(p)];
-        if (std::fabs(gap) < kDepthMatch) {
-          found = true;
-          break;
-        }
-        const int step = depths[static_cast<size_t>(p)] < *z ? 1 : -1;
-        if (direction != 0 && step != direction) break;
-        direction = step;
-        p += step;
-        if (p < 0 || p >= static_cast<long>(n)) break;
-      }
-      if (found) {
-        thrusts[static_cast<size_t>(p)] = *thrust;
-        pointer = static_cast<size_t>(p) + 1;
-      }
-    }
-    if (!found) {
+    const auto row = walkToDepth(depths, rising, pointer, *z);
+    if (!row) {
       if (leftRows) *leftRows = true;
-      return LoadResult::fail(LoadStatus::Partial,
-                              {file, lineNumber,
-                               "depth " + formatNumber(*z, "") +
-                                   " m matches no row of the test: the rows from here on are not read"});
+      return fail(lineNumber, "depth " + formatNumber(*z, "") + " m matches no row of the test");
     }
+    thrusts[*row] = *thrust;
+    pointer = *row + 1;
   }
   return {};
 }

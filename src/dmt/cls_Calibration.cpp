@@ -131,7 +131,7 @@ bool cls_Calibration::loadCalibrations(Diagnostic* why) {
 
 LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std::filesystem::path& file) {
   setN(0);
-  const std::string text = cp1252ToUtf8(bytes);
+  const std::string_view text = withoutBom(bytes);
   Diagnostic first{file, 0, ""};  // the first line skipped
   int skipped = 0;
   int line = 0;
@@ -140,7 +140,13 @@ LoadResult cls_Calibration::parseCalibrations(std::string_view bytes, const std:
   while (nextLine(text, pos, current)) {
     ++line;
     if (trimmed(current).empty()) continue;
-    const Parsed p = parseLine(current);
+    // A last line without its line end may have lost digits: it is not taken.
+    if (pos == text.size() && !endsWithLineEnd(text)) {
+      if (skipped == 0) first = {file, line, "the file ends early, in the middle of line " + std::to_string(line)};
+      ++skipped;
+      break;
+    }
+    const Parsed p = parseLine(cp1252ToUtf8(current));
     if (!p.deltaA || !p.deltaB) {
       // A calibration without both deltas is no calibration: it is left out so that it does not
       // pull the averages towards zero.

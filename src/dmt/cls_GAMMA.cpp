@@ -27,10 +27,13 @@ float cls_GAMMA::getYz(float z) const {
   return between(z);
 }
 
-void cls_GAMMA::readHead(int16_t mode, std::string_view firstLine) {
-  if (mode != 1) return;
+bool cls_GAMMA::readHead(int16_t mode, std::string_view firstLine) {
+  if (mode != 1) return true;
   const size_t colon = firstLine.find(':');
-  if (colon != std::string_view::npos) sngConstant = parseSingle(firstLine.substr(colon + 1));
+  if (colon == std::string_view::npos) return true;
+  const auto constant = tryParseSingle(firstLine.substr(colon + 1));
+  if (constant) sngConstant = *constant;
+  return constant.has_value();
 }
 
 std::string cls_GAMMA::headText(int mode) const {

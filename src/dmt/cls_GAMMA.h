@@ -29,7 +29,7 @@ class cls_GAMMA : public DepthProfile {
   // 0 and 1 rebuild the list from the DMT rows.
   bool readsPoints(int16_t mode) const override { return mode == 1 || mode == 2; }
   bool writesPoints(int16_t mode) const override { return mode == 2; }
-  void readHead(int16_t mode, std::string_view firstLine) override;
+  bool readHead(int16_t mode, std::string_view firstLine) override;
   std::string headText(int mode) const override;
 };
 

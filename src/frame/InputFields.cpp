@@ -27,6 +27,7 @@ std::optional<InputFields::Field> InputFields::next() {
   if (atEnd() && !afterComma_) return std::nullopt;
   Field field;
   field.line = line_;
+  field.startsLine = !afterComma_;
   afterComma_ = false;
   skipBlanks();
   if (pos_ < text_.size() && text_[pos_] == '"') {
@@ -35,8 +36,8 @@ std::optional<InputFields::Field> InputFields::next() {
     size_t close = text_.find('"', pos_);
     if (close == std::string_view::npos) close = text_.size();
     std::string_view inner = text_.substr(pos_, close - pos_);
-    for (char c : inner)
-      if (c == '\n') ++line_;
+    for (size_t i = 0; i < inner.size(); ++i)
+      if (inner[i] == '\n' || (inner[i] == '\r' && (i + 1 == inner.size() || inner[i + 1] != '\n'))) ++line_;
     field.text.assign(inner);
     pos_ = close < text_.size() ? close + 1 : close;
     // Whatever stands between the closing quote and the delimiter is passed over.
@@ -52,7 +53,11 @@ std::optional<InputFields::Field> InputFields::next() {
     ++pos_;
     afterComma_ = true;
   } else if (atLineEnd()) {
+    field.endsLine = true;
     consumeLineEnd();
+  } else {
+    field.endsLine = true;
+    field.cutShort = true;
   }
   return field;
 }

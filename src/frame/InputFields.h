@@ -16,6 +16,9 @@ class InputFields {
     std::string text;
     bool quoted = false;
     int line = 0;  // 1-based line where the field starts
+    bool startsLine = false;  // no comma before it on its line
+    bool endsLine = false;  // a line end or the end of the text follows it, not a comma
+    bool cutShort = false;  // the text ends right after it, without a line end
   };
 
   explicit InputFields(std::string_view text) : text_(text) {}

@@ -22,4 +22,12 @@ std::vector<std::string_view> splitLines(std::string_view text) {
   return lines;
 }
 
+std::string_view withoutBom(std::string_view text) {
+  constexpr std::string_view kBom = "\xEF\xBB\xBF";
+  if (text.substr(0, kBom.size()) == kBom) text.remove_prefix(kBom.size());
+  return text;
+}
+
+bool endsWithLineEnd(std::string_view text) { return text.empty() || text.back() == '\r' || text.back() == '\n'; }
+
 }  // namespace koru

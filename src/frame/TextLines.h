@@ -14,4 +14,12 @@ bool nextLine(std::string_view text, size_t& pos, std::string_view& line);
 
 std::vector<std::string_view> splitLines(std::string_view text);
 
+// The text without the UTF-8 byte-order mark that some editors put at its start: read as
+// Windows-1252 it would be three characters glued to the first field.
+std::string_view withoutBom(std::string_view text);
+
+// True when the text is empty or its last line has its line end. A data file whose last line
+// lacks one was cut off while it was written or copied, possibly in the middle of a number.
+bool endsWithLineEnd(std::string_view text);
+
 }  // namespace koru

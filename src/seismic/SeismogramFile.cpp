@@ -92,16 +92,25 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
     return LoadResult::fail(LoadStatus::Partial, {file, lineNo, std::move(reason)});
   };
   auto integer = [&](std::string_view value, int16_t& field) -> bool {
-    const auto v = toInt16(static_cast<double>(parseSingle(value)));
+    const auto parsed = tryParseSingle(value);
+    const auto v = parsed ? toInt16(static_cast<double>(*parsed)) : std::nullopt;
     if (!v) return false;
     field = *v;
     return true;
   };
-  auto words = [&](std::string_view value, int16_t& major, int16_t& minor) -> bool {
-    const size_t dash = value.find('-');
-    const std::string_view first = trimBlanks(value.substr(0, dash));
+  // A number of the header; anything but a finite float ends the read rather than reading as 0.
+  std::string_view key, value;
+  auto number = [&](float& field) -> bool {
+    const auto parsed = tryParseSingle(value);
+    if (parsed) field = *parsed;
+    return parsed.has_value();
+  };
+  auto notANumber = [&] { return fail(cp1252ToUtf8(key) + " '" + cp1252ToUtf8(value.substr(0, 40)) + "' is not a number"); };
+  auto words = [&](std::string_view pair, int16_t& major, int16_t& minor) -> bool {
+    const size_t dash = pair.find('-');
+    const std::string_view first = trimBlanks(pair.substr(0, dash));
     const std::string_view second =
-        dash == std::string_view::npos ? std::string_view() : trimBlanks(value.substr(dash + 1));
+        dash == std::string_view::npos ? std::string_view() : trimBlanks(pair.substr(dash + 1));
     return integer(first, major) && integer(second, minor);
   };
 
@@ -111,29 +120,33 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
     ++lineNo;
     const size_t eq = line.find('=');
     if (eq == std::string_view::npos) break;  // the empty line after the header
-    const std::string_view key = trimBlanks(line.substr(0, eq));
-    const std::string_view value = trimBlanks(line.substr(eq + 1));
+    key = trimBlanks(line.substr(0, eq));
+    value = trimBlanks(line.substr(eq + 1));
 
     if (key == kZ || key == kZcenter) {
-      Z = parseSingle(value);
+      if (!number(Z)) return notANumber();
     } else if (key == kWaveType) {
       setWaveType(value);
     } else if (key == kDistG1G2) {
-      distG1G2 = parseSingle(value);
+      if (!number(distG1G2)) return notANumber();
     } else if (key == kDistHammer) {
-      distHammer = parseSingle(value);
+      if (!number(distHammer)) return notANumber();
     } else if (key == kSampleTime) {
-      sngTcamp = parseSingle(value);
+      if (!number(sngTcamp)) return notANumber();
     } else if (key == kDelaySampleG2) {
-      delaySampleG2 = parseSingle(value);
+      if (!number(delaySampleG2)) return notANumber();
     } else if (key == kNSamples) {
-      // The sample count is 16-bit: a larger figure is taken as the largest one, which also
-      // bounds what a damaged file can make us allocate.
-      const double n = parseSingle(value);
+      // The sample count is 16-bit; a larger one is no file of this program.
+      float n = 0;
+      if (!number(n)) return notANumber();
       if (n < 0) return fail("negative number of samples");
-      setIntN(static_cast<int>(std::min(roundHalfEven(n), 32767.0)));
+      const auto count = toInt16(n);
+      if (!count) return fail("NSamples '" + cp1252ToUtf8(value.substr(0, 40)) + "' is out of range (at most 32767)");
+      setIntN(*count);
     } else if (key == kGain) {
-      Gain = std::max(parseSingle(value), 1.0f);
+      float gain = 0;
+      if (!number(gain)) return notANumber();
+      Gain = std::max(gain, 1.0f);
     } else if (key == kTriggerType) {
       for (int16_t t = 0; t < 3; ++t)
         if (value == kTriggerWords[t]) triggerType = t;
@@ -144,11 +157,11 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
     } else if (key == kTriggerDelay) {
       if (!integer(value, TrigDelay)) return fail("trigger delay out of range");
     } else if (key == kDate) {
-      Data = std::string(value);
+      Data = cp1252ToUtf8(value);
     } else if (key == kHour) {
-      hour = std::string(value);
+      hour = cp1252ToUtf8(value);
     } else if (key == kNotes) {
-      notes = std::string(value);
+      notes = cp1252ToUtf8(value);
     } else if (key == kFirmware) {
       if (!words(value, firmwareMajor, firmwareMinor)) return fail("firmware words out of range");
     } else if (key == kHardware) {
@@ -165,15 +178,17 @@ LoadResult cls_SEISMOGRAM::readHeaderLines(std::string_view text, size_t& pos, i
   return {};
 }
 
+// The bytes are read as they stand: keys and numbers are ASCII, and only the texts are taken
+// from Windows-1252, so a long damaged file costs no copy of itself.
 LoadResult cls_SEISMOGRAM::parseHeader(std::string_view bytes, const std::filesystem::path& file) {
-  const std::string text = cp1252ToUtf8(bytes);
+  const std::string_view text = withoutBom(bytes);
   size_t pos = 0;
   int lineNo = 0;
   return readHeaderLines(text, pos, lineNo, file);
 }
 
 LoadResult cls_SEISMOGRAM::parseFile(std::string_view bytes, const std::filesystem::path& file) {
-  const std::string text = cp1252ToUtf8(bytes);
+  const std::string_view text = withoutBom(bytes);
   size_t pos = 0;
   int lineNo = 0;
   if (LoadResult header = readHeaderLines(text, pos, lineNo, file); !header.complete()) return header;
@@ -196,8 +211,16 @@ LoadResult cls_SEISMOGRAM::parseFile(std::string_view bytes, const std::filesyst
     const std::string_view first = trimBlanks(line.substr(0, blank));
     const std::string_view second =
         blank == std::string_view::npos ? std::string_view() : trimBlanks(line.substr(blank));
-    g1r_[static_cast<size_t>(i)] = parseSingle(first);
-    g2r_[static_cast<size_t>(i)] = parseSingle(second);
+    const auto g1 = tryParseSingle(first), g2 = tryParseSingle(second);
+    const auto sampleFail = [&](std::string reason) {
+      tallyRaw(i);
+      return LoadResult::fail(LoadStatus::Partial, {file, lineNo, "sample " + std::to_string(i + 1) + ": " + std::move(reason)});
+    };
+    // The last sample line without its line end may have lost digits.
+    if (pos == text.size() && !endsWithLineEnd(text)) return sampleFail("the file ends early, in the middle of the line");
+    if (!g1 || !g2) return sampleFail("not two numbers G1 and G2");
+    g1r_[static_cast<size_t>(i)] = *g1;
+    g2r_[static_cast<size_t>(i)] = *g2;
     ++i;
   }
   // Lines missing at the end leave zeros that are not counted: the extremes are of what was read.
@@ -232,13 +255,19 @@ int16_t cls_SEISMOGRAM::loadFile(const std::filesystem::path& path, Diagnostic* 
 float cls_SEISMOGRAM::loadZ(const std::filesystem::path& path, Diagnostic* why) const {
   const auto bytes = readFileBytes(path, why);
   if (!bytes) return 0;
-  const std::string text = cp1252ToUtf8(*bytes);
+  const std::string_view text = withoutBom(*bytes);
   size_t pos = 0;
+  int lineNo = 0;
   std::string_view line;
   while (nextLine(text, pos, line)) {
+    ++lineNo;
     const size_t eq = line.find('=');
     if (eq == std::string_view::npos) continue;
-    if (trimBlanks(line.substr(0, eq)) == kZ) return parseSingle(trimBlanks(line.substr(eq + 1)));
+    if (trimBlanks(line.substr(0, eq)) != kZ) continue;
+    const std::string_view value = trimBlanks(line.substr(eq + 1));
+    if (const auto z = tryParseSingle(value)) return *z;
+    if (why) *why = {path, lineNo, std::string(kZ) + " '" + cp1252ToUtf8(value.substr(0, 40)) + "' is not a number"};
+    return 0;
   }
   return 0;
 }

@@ -20,6 +20,9 @@ namespace {
 constexpr std::string_view kEol = "\r\n";
 constexpr char kFieldSep = ':';
 constexpr size_t kFieldCount = 11;
+// Depths of one test: far beyond any sounding, and a bound on what a damaged index can make us
+// hold.
+constexpr size_t kMaxDepths = 32767;
 
 
 bool isBlank(std::string_view line) {
@@ -39,47 +42,74 @@ std::string fieldText(std::string_view text) {
 
 LoadResult cls_VTEST::parseIndex(std::string_view bytes, const std::filesystem::path& file) {
   strikes.Clear();
+  bytes = withoutBom(bytes);
   std::vector<cls_zSTRIKES> read;
   LoadResult result;
   size_t pos = 0;
   int lineNo = 0;
   std::string_view line;
+  const auto fail = [&](std::string reason) {
+    result = LoadResult::fail(LoadStatus::Partial, {file, lineNo, std::move(reason)});
+  };
   while (nextLine(bytes, pos, line)) {
     ++lineNo;
     if (isBlank(line)) continue;
-    const auto f = splitText(line, kFieldSep);
-    if (f.size() < kFieldCount) {
-      result = LoadResult::fail(LoadStatus::Partial,
-                                {file, lineNo,
-                                 "only " + std::to_string(f.size()) + " of the " + std::to_string(kFieldCount) +
-                                     " fields of a depth"});
+    if (pos == bytes.size() && !endsWithLineEnd(bytes)) {
+      fail("the file ends early, in the middle of line " + std::to_string(lineNo));
       break;
     }
-    const auto mean = toInt16(parseSingle(f[1]));
+    // Split into at most one field more than a depth has: that is enough to tell a line that
+    // has too many, and a line of nothing but separators costs no more than its length.
+    std::string_view f[kFieldCount + 1];
+    size_t count = 0;
+    for (size_t start = 0; count <= kFieldCount;) {
+      const size_t at = line.find(kFieldSep, start);
+      f[count++] = line.substr(start, at == std::string_view::npos ? std::string_view::npos : at - start);
+      if (at == std::string_view::npos) break;
+      start = at + 1;
+    }
+    if (count != kFieldCount) {
+      fail(count < kFieldCount ? "only " + std::to_string(count) + " of the " + std::to_string(kFieldCount) +
+                                     " fields of a depth"
+                               : "more than the " + std::to_string(kFieldCount) + " fields of a depth");
+      break;
+    }
+    const auto z = tryParseSingle(f[0]);
+    const auto meanValue = tryParseSingle(f[1]);
+    const auto mean = meanValue ? toInt16(*meanValue) : std::nullopt;
+    const auto devStd = tryParseSingle(f[3]);
+    if (!z || !meanValue || !devStd) {
+      const size_t bad = !z ? 0 : !meanValue ? 1 : 3;
+      const char* names[] = {"depth", "mean velocity", "", "standard deviation"};
+      fail(std::string(names[bad]) + " '" + cp1252ToUtf8(f[bad].substr(0, 40)) + "' is not a number");
+      break;
+    }
     if (!mean) {
-      result = LoadResult::fail(
-          LoadStatus::Partial,
-          {file, lineNo, "mean velocity '" + cp1252ToUtf8(f[1].substr(0, 40)) + "' is out of range"});
+      fail("mean velocity '" + cp1252ToUtf8(f[1].substr(0, 40)) + "' is out of range");
       break;
     }
-    cls_zSTRIKES z;
-    z.Z = parseSingle(f[0]);
-    z.vMean = *mean;
-    z.vList = cp1252ToUtf8(f[2]);
-    z.devStd = parseSingle(f[3]);
-    z.bestFile = cp1252ToUtf8(f[4]);
-    z.goodList = cp1252ToUtf8(f[5]);
-    z.elabGood = cp1252ToUtf8(f[6]);
-    z.badList = cp1252ToUtf8(f[7]);
-    z.elabBad = cp1252ToUtf8(f[8]);
-    z.noiseList = cp1252ToUtf8(f[9]);
-    z.elabNoise = cp1252ToUtf8(f[10]);
-    read.push_back(std::move(z));
+    if (read.size() >= kMaxDepths) {
+      fail("too many depths: an index holds at most " + std::to_string(kMaxDepths));
+      break;
+    }
+    cls_zSTRIKES zs;
+    zs.Z = *z;
+    zs.vMean = *mean;
+    zs.vList = cp1252ToUtf8(f[2]);
+    zs.devStd = *devStd;
+    zs.bestFile = cp1252ToUtf8(f[4]);
+    zs.goodList = cp1252ToUtf8(f[5]);
+    zs.elabGood = cp1252ToUtf8(f[6]);
+    zs.badList = cp1252ToUtf8(f[7]);
+    zs.elabBad = cp1252ToUtf8(f[8]);
+    zs.noiseList = cp1252ToUtf8(f[9]);
+    zs.elabNoise = cp1252ToUtf8(f[10]);
+    read.push_back(std::move(zs));
   }
-  // Inserting one by one ahead of the first greater depth is a stable sort; sorting first keeps a
-  // long index from costing quadratic time, and each add then lands at the end.
+  // Inserting one by one ahead of the first greater depth is a stable sort; sorting first makes
+  // each add land at the end.
   std::stable_sort(read.begin(), read.end(), [](const cls_zSTRIKES& a, const cls_zSTRIKES& b) { return a.Z < b.Z; });
-  for (auto& z : read) strikes.add(std::move(z));
+  for (auto& zs : read) strikes.add(std::move(zs));
   return result;
 }
 

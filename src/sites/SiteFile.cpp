@@ -2,6 +2,8 @@
 
 #include <set>
 
+#include "frame/TextCodec.h"
+#include "frame/TextLines.h"
 #include "sites/FS.h"
 
 namespace koru {
@@ -28,22 +30,44 @@ std::string shownText(std::string_view text) {
 }  // namespace
 
 LoadResult SiteFile::parse(std::string_view bytes, const std::filesystem::path& file) {
-  const std::vector<std::string> lines = FS::textFileLines(bytes);
-  name = lines.empty() ? std::string() : lines.front();
+  bytes = withoutBom(bytes);
+  name.clear();
   verticals.clear();
   problems.clear();
   std::set<std::string> seen;
-  for (size_t i = 1; i < lines.size(); ++i) {
-    const int lineNo = static_cast<int>(i) + 1;
-    std::string vertical = trimBlanks(lines[i]);
+  size_t skipped = 0;
+  const auto skip = [&](Diagnostic d) {
+    if (++skipped <= kMaxProblems) problems.push_back(std::move(d));
+  };
+  size_t pos = 0;
+  int lineNo = 0;
+  std::string_view line;
+  while (nextLine(bytes, pos, line)) {
+    ++lineNo;
+    if (lineNo == 1) name = cp1252ToUtf8(line);
+    // A last line without its line end may have lost characters: "VERT_12" of "VERT_123".
+    if (pos == bytes.size() && !endsWithLineEnd(bytes) && !trimBlanks(line).empty()) {
+      skip({file, lineNo, "the file ends early, in the middle of line " + std::to_string(lineNo) +
+                              (lineNo == 1 ? "" : ": skipped")});
+      break;
+    }
+    if (lineNo == 1) continue;
+    std::string vertical = trimBlanks(cp1252ToUtf8(line));
     if (vertical.empty()) continue;
-    if (!FS::folderNumber(vertical, FS::kVerticalPrefix))
-      problems.push_back({file, lineNo, shownText(vertical) + " is not a vertical folder name: skipped"});
-    else if (!seen.insert(vertical).second)
-      problems.push_back({file, lineNo, vertical + " is named twice: the repeat is skipped"});
-    else
+    if (!FS::folderNumber(vertical, FS::kVerticalPrefix)) {
+      skip({file, lineNo, shownText(vertical) + " is not a vertical folder name: skipped"});
+    } else if (!seen.insert(vertical).second) {
+      skip({file, lineNo, vertical + " is named twice: the repeat is skipped"});
+    } else if (verticals.size() >= kMaxVerticals) {
+      skip({file, lineNo, "too many verticals: a site holds at most " + std::to_string(kMaxVerticals) +
+                              "; the lines from here on are not read"});
+      break;
+    } else {
       verticals.push_back({std::move(vertical), lineNo});
+    }
   }
+  if (skipped > kMaxProblems)
+    problems.push_back({file, 0, std::to_string(skipped - kMaxProblems) + " more lines skipped"});
   if (problems.empty()) return {};
   return LoadResult::fail(LoadStatus::Partial, problems.front());
 }

@@ -22,7 +22,13 @@ struct SiteFile {
 
   std::string name;
   std::vector<Vertical> verticals;
-  std::vector<Diagnostic> problems;  // one per skipped line, in file order
+  // One per skipped line, in file order, up to kMaxProblems; a last one then counts the rest.
+  std::vector<Diagnostic> problems;
+
+  // A site holds at most this many verticals; lines beyond are not read. It bounds what a damaged
+  // file can make us hold, as kMaxProblems bounds the messages of a file of nothing but junk.
+  static constexpr size_t kMaxVerticals = 32767;
+  static constexpr size_t kMaxProblems = 100;
 
   // Replaces everything from the file's bytes; `file` names it in the diagnostics. Complete, or
   // Partial when a line was skipped (why: the first of `problems`).

@@ -1,5 +1,6 @@
 #include "sites/cls_VERTICAL.h"
 
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -7,6 +8,8 @@
 #include "frame/DamagedCopy.h"
 #include "frame/Files.h"
 #include "frame/Numbers.h"
+#include "frame/TextCodec.h"
+#include "frame/TextLines.h"
 #include "sites/FS.h"
 
 namespace koru {
@@ -50,18 +53,19 @@ bool removeFolder(const fs::path& folder, Diagnostic* why) {
   return FS::deleteFolder(folder, why);
 }
 
-// A number line of the vertical file. Unreadable text counts as 0, as everywhere, and is told.
-float readNumber(const std::string& text, const fs::path& file, int line, std::vector<Diagnostic>& problems) {
+// A number line of the vertical file. Text that is no number is told and leaves the default.
+bool readNumber(std::string_view text, float& field, const fs::path& file, int line, std::vector<Diagnostic>& problems) {
   const auto value = tryParseSingle(text);
-  if (!value) {
-    problems.push_back({file, line, "not a number: read as 0"});
-    return 0.0f;
-  }
-  return *value;
+  if (value) field = *value;
+  else problems.push_back({file, line, "'" + std::string(text.substr(0, 40)) + "' is not a number: the default is kept"});
+  return value.has_value();
 }
 
 // Flags are written 1 or 0; any value above 0 reads as set, so an old "-1" reads as not set.
-bool readFlag(const std::string& text) { return parseSingle(text) > 0; }
+void readFlag(std::string_view text, bool& field, const fs::path& file, int line, std::vector<Diagnostic>& problems) {
+  float value = 0;
+  if (readNumber(text, value, file, line, problems)) field = value > 0;
+}
 
 }  // namespace
 
@@ -110,27 +114,31 @@ void cls_VERTICAL::resetHeader() {
 LoadResult cls_VERTICAL::parseVerticalFile(std::string_view bytes, const fs::path& file) {
   headerProblems_.clear();
   resetHeader();
-  const std::vector<std::string> l = FS::textFileLines(bytes);
-  auto text = [&](size_t i, std::string& field) {
-    if (i < l.size()) field = l[i];
-  };
+  bytes = withoutBom(bytes);
   // The order of the lines is not the order of the fields; it is the file's own.
-  text(0, strTestname);
-  text(1, strFirm);
-  text(2, strCustomer);
-  text(3, strJob);
-  text(4, strSite);
-  text(5, strRemark);
-  text(6, strDate);
-  text(7, strGPS);
-  if (l.size() > 8) sngZabs = readNumber(l[8], file, 9, headerProblems_);
-  if (l.size() > 9) sngZw = readNumber(l[9], file, 10, headerProblems_);
-  if (l.size() > 10) blnTestDMT = readFlag(l[10]);
-  if (l.size() > 11) blnTestVs = readFlag(l[11]);
-  if (l.size() > 12) blnTestVp = readFlag(l[12]);
-  if (l.size() > 13) blnTestDissip = readFlag(l[13]);
-  if (l.size() < kVerticalFileLines)
-    headerProblems_.push_back({file, static_cast<int>(l.size()) + 1,
+  std::string* const texts[] = {&strTestname, &strFirm, &strCustomer, &strJob, &strSite, &strRemark, &strDate, &strGPS};
+  bool* const flags[] = {&blnTestDMT, &blnTestVs, &blnTestVp, &blnTestDissip};
+  size_t pos = 0;
+  int lineNo = 0;
+  std::string_view raw;
+  bool cut = false;
+  while (lineNo < static_cast<int>(kVerticalFileLines) && nextLine(bytes, pos, raw)) {
+    ++lineNo;
+    // A last line without its line end may have lost characters; it is not taken.
+    if (pos == bytes.size() && !endsWithLineEnd(bytes)) {
+      headerProblems_.push_back({file, lineNo, "the file ends early, in the middle of line " + std::to_string(lineNo)});
+      cut = true;
+      break;
+    }
+    const std::string line = cp1252ToUtf8(raw);
+    const auto i = static_cast<size_t>(lineNo - 1);
+    if (i < std::size(texts)) *texts[i] = line;
+    else if (lineNo == 9) readNumber(line, sngZabs, file, lineNo, headerProblems_);
+    else if (lineNo == 10) readNumber(line, sngZw, file, lineNo, headerProblems_);
+    else readFlag(line, *flags[i - 10], file, lineNo, headerProblems_);
+  }
+  if (lineNo < static_cast<int>(kVerticalFileLines) && !cut)
+    headerProblems_.push_back({file, lineNo + 1,
                                "the file ends here; " + std::to_string(kVerticalFileLines) +
                                    " lines expected, the rest keeps its defaults"});
   if (headerProblems_.empty()) return {};

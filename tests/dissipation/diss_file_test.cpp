@@ -97,7 +97,15 @@ TEST(DissFileReader, WrongMarkerOrBrokenLinesKeepWhatWasReadAndSayWhere) {
   ScratchFolder dir;
   const struct { const char* bytes; LoadStatus status; int line; size_t readings; } cases[] = {{"DISSIP2001\r\nT = 1, A = 500\r\n", LoadStatus::WrongFormat, 1, 0},
                {"DISSIP2002\r\nT = 1, A = 500\r\nT = 2", LoadStatus::Partial, 3, 1},
-               {"DISSIP2002\r\nT = 1, A = 500\r\nT = 2, A = 40000\r\n", LoadStatus::Partial, 3, 1}};
+               {"DISSIP2002\r\nT = 1, A = 500\r\nT = 2, A = 40000\r\n", LoadStatus::Partial, 3, 1},
+               {"\xEF\xBB\xBF" "DISSIP2002\r\nT = 1, A = 500\r\n", LoadStatus::Complete, 0, 1},
+               {"DISSIP2002\r\nZD = nan\r\nT = 1, A = 500\r\n", LoadStatus::Partial, 2, 0},
+               {"DISSIP2002\r\nMH = \r\nT = 1, A = 500\r\n", LoadStatus::Partial, 2, 0},
+               {"DISSIP2002\r\nT = 1, A = 500\r\nT = 0x2, A = 5\r\n", LoadStatus::Partial, 3, 1},
+               {"DISSIP2002\r\nT = 1, A = 500\r\nT = 2, A = 1e9\r\n", LoadStatus::Partial, 3, 1},
+               {"DISSIP2002\r\nT = 1, A = 500, T = 2\r\nA = 5\r\n", LoadStatus::Partial, 2, 1},
+               {"DISSIP2002\r\nT = 1, A = 500, 7\r\nT = 2, A = 5\r\n", LoadStatus::Partial, 2, 1},
+               {"DISSIP2002\r\nT = 1, A = 500\r\nT = 2, A = 5", LoadStatus::Partial, 3, 1}};
   for (const auto& c : cases) {
     const Loaded in = loadBytes(dir, c.bytes);
     EXPECT_EQ(in.status, c.status) << c.bytes;

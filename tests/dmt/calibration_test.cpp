@@ -38,6 +38,23 @@ TEST(CalibrationFile, KeysInAnyOrderAndCaseAndALineWithoutBothDeltasIsSkippedAnd
   EXPECT_EQ(why.reason, "DeltaA 'x5' is not a number; line skipped (2 lines skipped in all)");
 }
 
+// A byte-order mark is passed over; a number that is none or a last line cut before its line
+// end is a skipped line, told at its line.
+TEST(CalibrationFile, BadInputIsToldAtItsLine) {
+  const struct { std::string text; int line; int kept; } cases[] = {
+      {"\xEF\xBB\xBF" "DeltaA = 15, DeltaB = 40\r\n", 0, 1},
+      {"DeltaA = 15, DeltaB = 40\r\nDeltaA = 15, DeltaB = 4", 2, 1},
+      {"DeltaA = 15, DeltaB = 40000\r\n", 1, 0},
+      {"DeltaA = inf, DeltaB = 40\r\n", 1, 0},
+  };
+  for (const auto& c : cases) {
+    cls_Calibration cal;
+    const LoadResult read = cal.parseCalibrations(c.text, "Calibration_1.dat");
+    EXPECT_EQ(read.why.line, c.line) << c.text;
+    EXPECT_EQ(cal.N(), c.kept) << c.text;
+  }
+}
+
 TEST(CalibrationFigures, StandardsBoundTheDeltasAndTheirSpread) {
   // DeltaA within 5 to 30, DeltaB within 5 to 80, spreads below 26.
   auto check = [](std::initializer_list<int> deltas, bool forA) {

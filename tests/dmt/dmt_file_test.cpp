@@ -103,6 +103,38 @@ TEST(DmtFileLoadError, BadRowNamesItsLineAndKeepsTheRowsBefore) {
   }
 }
 
+// Bad numbers, a byte-order mark, a cut last line and rows with a field too many or too few:
+// each is told at its own line and never read as a zero or a shifted column. (Whole rows
+// sharing a line, or a row broken over lines, still read.)
+TEST(DmtFileLoadError, BadInputIsToldAtItsLineAndNeverReadAsData) {
+  const std::string strings = kDatStrings;
+  const auto head = [&](std::string count, std::string zw) {
+    return "1," + std::string("2,") + count + ",0.15,0.4,34.7,0," + zw + ",0,1.73293,0.2\r\n" + strings;
+  };
+  const std::string ab = head("4", "3");
+  const struct { std::string file; LoadStatus status; int line; std::string words; int rows; } cases[] = {
+      {head("x", "3") + "120,300\r\n", LoadStatus::Partial, 1, "row count 'x' is not a number", 0},
+      {head("4", "nan") + "120,300\r\n", LoadStatus::Partial, 1, "water table depth 'nan' is not a number", 0},
+      {head("4", "1e308") + "120,300\r\n", LoadStatus::Partial, 1, "'1e308' is not a number", 0},
+      {head("4", "") + "120,300\r\n", LoadStatus::Partial, 1, "'' is not a number", 0},
+      {ab + "120,300\r\n0x10,310\r\n", LoadStatus::Partial, 6, "A reading '0x10' is not a number", 1},
+      {ab + "120,300\r\n,310\r\n", LoadStatus::Partial, 6, "A reading '' is not a number", 1},
+      {ab + "120,300\r\n130,31", LoadStatus::Partial, 6, "the file ends early", 1},
+      {ab + "120,300\r\n130,310,5\r\n140,320\r\n", LoadStatus::Partial, 6, "a field too many or too few", 2},
+      {ab + "120,300,130\r\n310,320\r\n", LoadStatus::Partial, 5, "a field too many or too few", 1},
+      {ab + "120,300\r\n130\r\n", LoadStatus::Partial, 6, "incomplete row: 1 of 2", 1},
+      {"\xEF\xBB\xBF" + ab + "120,300\r\n130,310\r\n", LoadStatus::Complete, 0, "", 2},
+  };
+  for (const auto& c : cases) {
+    Parsed p(c.file);
+    EXPECT_EQ(p.read.status, c.status) << c.words;
+    EXPECT_EQ(p.read.why.line, c.line) << c.words;
+    EXPECT_NE(p.read.why.reason.find(c.words), std::string::npos) << p.read.why.reason;
+    EXPECT_EQ(p.t.N(), c.rows) << c.words;
+    if (c.status == LoadStatus::Complete) { EXPECT_EQ(p.t.vZ[0], 1.0f) << "the mark shifts no depth"; }
+  }
+}
+
 // --- Writing -----------------------------------------------------------------------------------
 
 TEST(DmtFileSave, RowCountFieldCarriesTheCFlagInItsSign) {

@@ -69,5 +69,26 @@ TEST(ProfileFile, ReadingRules) {
   EXPECT_EQ(read<cls_U>("1\n1:10\n2:20\nx\n3:30\n").N(), 2);
 }
 
+// Bad input is told at its line, a byte-order mark is passed over and CR alone ends a line.
+TEST(ProfileFile, BadInputIsToldAtItsLine) {
+  const struct { std::string text; LoadStatus status; int line; int points; } cases[] = {
+      {"\xEF\xBB\xBF" "2\r\n1:16\r\n2:18\r\n", LoadStatus::Complete, 0, 2},
+      {"2\r1:16\r2:18\r", LoadStatus::Complete, 0, 2},
+      {"2\r\n1:16\r\n2:1", LoadStatus::Partial, 3, 1},
+      {"2\r\n1:16\r\n2:nan\r\n", LoadStatus::Partial, 3, 1},
+      {"2\r\n1:16\r\n:18\r\n", LoadStatus::Partial, 3, 1},
+      {"1:1e39\r\n", LoadStatus::Partial, 1, 0},
+      {"x\r\n1:16\r\n", LoadStatus::WrongFormat, 1, 0},
+      {"", LoadStatus::WrongFormat, 1, 0},
+  };
+  for (const auto& c : cases) {
+    cls_GAMMA g;
+    const LoadResult read = g.parseInfo(c.text, "GAMMA_1.dat");
+    EXPECT_EQ(read.status, c.status) << c.text;
+    EXPECT_EQ(read.why.line, c.line) << c.text;
+    EXPECT_EQ(g.N(), c.points) << c.text;
+  }
+}
+
 }  // namespace
 }  // namespace koru

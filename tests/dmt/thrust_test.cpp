@@ -71,6 +71,11 @@ TEST(ThrustFile, RowsAreMatchedToTheTestsRowsUntilOneEndsTheReading) {
       {"Z = 1.10, TH = 100\r\n", 10, {0, 0, 0, 0}},
       // An unreadable row ends it.
       {"Z = 1.00, TH = 100\r\nZ = 1.20 TH = 300\r\nZ = 1.40, TH = 5\r\n", 11, {100, 0, 0, 0}},
+      // So do a field too many, a number that is none and a last line cut before its line end.
+      {"Z = 1.00, TH = 100, TH = 5\r\n", 10, {0, 0, 0, 0}},
+      {"Z = 1.00, TH = 1e99\r\n", 10, {0, 0, 0, 0}},
+      {"Z = 0x1, TH = 5\r\n", 10, {0, 0, 0, 0}},
+      {"Z = 1.00, TH = 100\r\nZ = 1.20, TH = 3", 11, {100, 0, 0, 0}},
   };
   for (const auto& c : cases) {
     RodData rod;
@@ -79,6 +84,24 @@ TEST(ThrustFile, RowsAreMatchedToTheTestsRowsUntilOneEndsTheReading) {
     EXPECT_EQ(read.complete(), c.line == 0) << c.rows;
     EXPECT_EQ(read.why.line, c.line) << c.rows;
     EXPECT_EQ(thrusts, c.thrusts) << c.rows;
+  }
+}
+
+// A byte-order mark is passed over; a head number that is none ends the reading at its line.
+TEST(ThrustFile, HeadWithAByteOrderMarkOrABadNumber) {
+  const struct { std::string text; int line; float width; } cases[] = {
+      {"\xEF\xBB\xBF" "BLADE WIDTH [MM] = 94\r\n\r\nZ = 1.00, TH = 9\r\n", 0, 94},
+      {"BLADE WIDTH [MM] = 9e99\r\n\r\nZ = 1.00, TH = 9\r\n", 1, 0},
+      {"BLADE WIDTH [MM] = \r\n\r\nZ = 1.00, TH = 9\r\n", 1, 0},
+  };
+  for (const auto& c : cases) {
+    RodData rod;
+    rod.sngBladeWidth = 0;
+    std::vector<float> thrusts;
+    const LoadResult read = parseThrustText(c.text, "Thrust.dat", {1.0f}, rod, thrusts);
+    EXPECT_EQ(read.why.line, c.line) << c.text;
+    EXPECT_EQ(rod.sngBladeWidth, c.width) << c.text;
+    EXPECT_EQ(thrusts[0], c.line == 0 ? 9 : 0) << c.text;
   }
 }
 

@@ -49,6 +49,7 @@ TEST(StringsReader, EntriesAreReadByTheirLineRules) {
        "300 \"Start\r\n301 \"looks like an opening\r\nend\"\r\n", {{300, "Start\r\n301 \"looks like an opening\r\nend"}}},
       // Inner lines are always joined with CR LF, whatever the file's line ends.
       {"LF line ends", "1 \"A\"\n2 \"B\nC\"\n3 \"D", {{1, "A"}, {2, "B\r\nC"}, {3, "D"}}},
+      {"CR line ends", "1 \"A\"\r2 \"B\rC\"\r", {{1, "A"}, {2, "B\r\nC"}}},
       {"Windows-1252 bytes become UTF-8", "1 \"Fran\xE7" "ais\"\r\n2 \"\x80 5, 30\xB0\"\r\n3 \"perch\xE9\"\r\n",
        {{1, "Fran\xC3\xA7" "ais"}, {2, "\xE2\x82\xAC 5, 30\xC2\xB0"}, {3, "perch\xC3\xA9"}}},
       {"a byte order mark means UTF-8", "\xEF\xBB\xBF" "1 \"Fran\xC3\xA7" "ais\"\r\n", {{1, "Fran\xC3\xA7" "ais"}}},
@@ -190,6 +191,7 @@ TEST(StringsReader, ATextWithoutItsClosingQuoteIsReadInPartAndToldAtItsLine) {
       {"1 \"A\"\r\n2 \"B\r\nC\"\r\n", LoadStatus::Complete, 0},
       {"1 \"A\"\r\n\r\n2 \"B\r\n3 \"C\"\r\n4 \"D\r\n", LoadStatus::Partial, 3},
       {"// x\r\n7 \"Cut", LoadStatus::Partial, 2},
+      {"1 \"A\"\r99999999999 \"B\"\r", LoadStatus::Partial, 2},
   };
   for (const auto& c : cases) {
     std::vector<LanguageEntry> entries;

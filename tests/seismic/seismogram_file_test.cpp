@@ -116,4 +116,30 @@ TEST(SeismogramFile, ExtremesOfAShortFileAreOfTheSamplesRead) {
   EXPECT_DOUBLE_EQ(cut.sumG1R(), 5);  // the samples before the extra line are kept and counted
 }
 
+// Bad input is told at its line and never read as a zero; a byte-order mark is passed over and
+// CR alone ends a line.
+TEST(SeismogramFile, BadInputIsToldAtItsLine) {
+  const std::string head = "Sample Time [us] = 100\r\nTrigger Type = Immediate\r\nNSamples = 2\r\n\r\n";
+  const struct { std::string text; int line; std::string words; std::vector<float> g1; } cases[] = {
+      {"\xEF\xBB\xBF" "Z [m] = 3.5\r\n" + head + "1 2\r\n3 4\r\n", 0, "", {1, 3}},
+      {"Z [m] = 3.5\rSample Time [us] = 100\rNSamples = 2\r\r1 2\r3 4\r", 0, "", {1, 3}},
+      {"Z [m] = nan\r\n" + head, 1, "Z [m] 'nan' is not a number", {}},
+      {"Gain = 1e40\r\n" + head, 1, "Gain '1e40' is not a number", {}},
+      {"NSamples = 2147483648\r\n" + head, 1, "out of range", {}},
+      {"Sample Time [us] = \r\n" + head, 1, "is not a number", {}},
+      {head + "1 2\r\n3 0x1\r\n", 6, "sample 2: not two numbers", {1, 0}},
+      {head + "1 2\r\n3 4 5\r\n", 6, "sample 2: not two numbers", {1, 0}},
+      {head + "1\r\n", 5, "sample 1: not two numbers", {0, 0}},
+      {head + "1 2\r\n3 4", 6, "the file ends early", {1, 0}},
+  };
+  for (const auto& c : cases) {
+    cls_SEISMOGRAM r;
+    const koru::LoadResult read = r.parseFile(c.text, "t.kor");
+    EXPECT_EQ(read.why.line, c.line) << c.text;
+    EXPECT_NE(read.why.reason.find(c.words), std::string::npos) << read.why.reason;
+    if (!c.g1.empty()) { EXPECT_EQ(r.vG1r(), c.g1) << c.text; }
+    if (c.line == 0) { EXPECT_FLOAT_EQ(r.Z, 3.5f); }
+  }
+}
+
 }  // namespace

@@ -92,6 +92,26 @@ TEST(VTestIndexFile, DepthsAreSortedAndABadLineEndsTheRead) {
   EXPECT_EQ(bad.strikes.Count(), 1);
 }
 
+// Bad input ends the read at its line: a number that is none, a field too many or too few, a
+// last line cut before its line end. A byte-order mark is passed over.
+TEST(VTestIndexFile, BadInputIsToldAtItsLine) {
+  const std::string good = "1.00:0::-1.00::::1:::\r\n";
+  const struct { std::string text; int line; std::string words; int depths; } cases[] = {
+      {"\xEF\xBB\xBF" + good + good, 0, "", 2},
+      {good + "nan:0::-1.00::::1:::\r\n", 2, "depth 'nan' is not a number", 1},
+      {good + "2.00:x::-1.00::::1:::\r\n", 2, "mean velocity 'x' is not a number", 1},
+      {good + "2.00:0:::::::1:::\r\n", 2, "more than the 11 fields", 1},
+      {good + "2.00:0::-1.00::::1::", 2, "the file ends early", 1},
+  };
+  for (const auto& c : cases) {
+    cls_VTEST t;
+    const LoadResult r = t.parseIndex(c.text, "VS_1.dat");
+    EXPECT_EQ(r.why.line, c.line) << c.text;
+    EXPECT_NE(r.why.reason.find(c.words), std::string::npos) << r.why.reason;
+    EXPECT_EQ(t.strikes.Count(), c.depths) << c.text;
+  }
+}
+
 TEST(VTestIndexFile, AColonOrLineBreakInsideAFieldCannotSplitTheLine) {
   cls_VTEST t;
   cls_zSTRIKES z(1.0f);

@@ -9,6 +9,7 @@
 
 #include "scratch_folder.h"
 #include "sites/FS.h"
+#include "sites/SiteFile.h"
 #include "sites/cls_SITE.h"
 
 namespace koru {
@@ -105,6 +106,30 @@ TEST(SitesVerticals, ANewVerticalTakesTheNumberOfARemovedOneAndTheOrderLivesInTh
   cls_SITE reopened;
   ASSERT_TRUE(reopened.sOpen(sites.path(), "SITE_1"));
   EXPECT_THAT(folderNames(reopened), ElementsAre("VERT_2", "VERT_1", "VERT_3"));
+}
+
+// The site file: a byte-order mark and lone CRs read as plain lines; a last line cut before its
+// line end is not taken (it may have lost digits), and junk is told at its line but only so often.
+TEST(SitesFile, BadLinesAreToldAtTheirLine) {
+  std::string junk = "S\r\n";
+  for (int i = 0; i < 150; ++i) junk += "x\r\n";
+  const struct { std::string text; std::vector<std::string> verticals; int line; size_t problems; } cases[] = {
+      {"\xEF\xBB\xBF" "S\r\nVERT_1\r\nVERT_2\r\n", {"VERT_1", "VERT_2"}, 0, 0},
+      {"S\rVERT_1\rVERT_2\r", {"VERT_1", "VERT_2"}, 0, 0},
+      {"S\r\nVERT_1\r\nVERT_12", {"VERT_1"}, 3, 1},
+      {"S\r\nVERT_1\r\nVERT_1\r\nVERT 2\r\n", {"VERT_1"}, 3, 2},
+      {junk, {}, 2, SiteFile::kMaxProblems + 1},
+  };
+  for (const auto& c : cases) {
+    SiteFile f;
+    const LoadResult read = f.parse(c.text, "SITE_1.dat");
+    EXPECT_EQ(f.name, "S");
+    std::vector<std::string> names;
+    for (const auto& v : f.verticals) names.push_back(v.name);
+    EXPECT_EQ(names, c.verticals) << c.text;
+    EXPECT_EQ(read.why.line, c.line) << c.text;
+    EXPECT_EQ(f.problems.size(), c.problems) << c.text;
+  }
 }
 
 }  // namespace

@@ -47,6 +47,26 @@ TEST_F(VerticalFixture, HeaderFileIsWrittenInItsOwnLineOrderAndAShortOneKeepsThe
   EXPECT_FLOAT_EQ(cut.sngZw, 3.0f);
 }
 
+// A number or flag that is none keeps its default and is told at its line; a byte-order mark is
+// passed over; a last line cut before its line end is not taken.
+TEST_F(VerticalFixture, BadLinesOfTheHeaderFileAreToldAtTheirLine) {
+  const std::string texts = "T\r\nF\r\nC\r\nJ\r\nS\r\nR\r\nD\r\nG\r\n";
+  const struct { std::string text; int line; float zw; bool dissip; } cases[] = {
+      {"\xEF\xBB\xBF" + texts + "1\r\n2\r\n1\r\n1\r\n1\r\n1\r\n", 0, 2, true},
+      {texts + "1\r\nnan\r\n1\r\n1\r\n1\r\n1\r\n", 10, 3, true},
+      {texts + "1\r\n2\r\n1\r\n1\r\n1\r\nyes\r\n", 14, 2, false},
+      {texts + "1\r\n2\r\n1\r\n1\r\n1\r\n1", 14, 2, false},
+  };
+  for (const auto& c : cases) {
+    cls_VERTICAL v;
+    const LoadResult r = v.parseVerticalFile(c.text, "VERT_1.dat");
+    EXPECT_EQ(r.why.line, c.line) << c.text;
+    EXPECT_EQ(v.strTestname, "T");
+    EXPECT_FLOAT_EQ(v.sngZw, c.zw) << c.text;
+    EXPECT_EQ(v.blnTestDissip, c.dissip) << c.text;
+  }
+}
+
 // A decimal comma for streams, whether or not the machine has such a C locale installed.
 struct CommaPoint : std::numpunct<char> {
   char do_decimal_point() const override { return ','; }

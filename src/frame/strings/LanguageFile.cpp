@@ -1,9 +1,11 @@
 #include "frame/strings/LanguageFile.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "frame/Files.h"
 #include "frame/TextCodec.h"
+#include "frame/TextLines.h"
 
 namespace koru {
 
@@ -39,23 +41,30 @@ std::string_view beforeClosingQuote(std::string_view s) {
 struct EntryStart {
   int16_t id = 0;
   std::string_view rest;  // what follows the opening quote
+  bool idFits = true;     // the number fits 16 bits
 };
 
-// A line that opens an entry: blanks, a number that fits 16 bits, blanks, a quote.
-std::optional<EntryStart> entryStart(std::string_view line) {
+// A line shaped as an entry: blanks, a number, blanks, a quote.
+std::optional<EntryStart> entryShape(std::string_view line) {
   size_t i = 0;
   while (i < line.size() && isBlank(line[i])) ++i;
   const size_t firstDigit = i;
   int32_t value = 0;
   while (i < line.size() && line[i] >= '0' && line[i] <= '9') {
-    value = value * 10 + (line[i] - '0');
-    if (value > 32767) return std::nullopt;
+    value = std::min(value * 10 + (line[i] - '0'), 32768);  // saturates above the largest id
     ++i;
   }
   if (i == firstDigit) return std::nullopt;
   while (i < line.size() && isBlank(line[i])) ++i;
   if (i >= line.size() || line[i] != '"') return std::nullopt;
-  return EntryStart{static_cast<int16_t>(value), line.substr(i + 1)};
+  return EntryStart{static_cast<int16_t>(std::min(value, 32767)), line.substr(i + 1), value <= 32767};
+}
+
+// A line that opens an entry: its shape, with a number that fits 16 bits.
+std::optional<EntryStart> entryStart(std::string_view line) {
+  auto start = entryShape(line);
+  if (start && !start->idFits) return std::nullopt;
+  return start;
 }
 
 bool isCompleteEntry(const std::optional<EntryStart>& start) { return start && endsWithQuote(start->rest); }
@@ -80,13 +89,9 @@ LoadResult parseLanguageFile(std::string_view bytes, const std::filesystem::path
   const std::string_view all = text;
   size_t pos = 0;
   int lineNumber = 0;
-  while (pos < all.size()) {
-    size_t end = all.find('\n', pos);
-    if (end == std::string_view::npos) end = all.size();
-    std::string_view strCurrentLine = all.substr(pos, end - pos);
-    pos = end + 1;
+  std::string_view strCurrentLine;
+  while (nextLine(all, pos, strCurrentLine)) {
     ++lineNumber;
-    if (!strCurrentLine.empty() && strCurrentLine.back() == '\r') strCurrentLine.remove_suffix(1);
 
     if (isComment(strCurrentLine) || isEmptyLine(strCurrentLine)) continue;
     const auto start = entryStart(strCurrentLine);
@@ -110,7 +115,13 @@ LoadResult parseLanguageFile(std::string_view bytes, const std::filesystem::path
       }
     }
 
-    if (!start) continue;  // neither comment nor entry: nothing the program can use
+    if (!start) {
+      // Neither comment nor entry: nothing the program can use. An entry whose number is too
+      // large for an id is told, as its text would be missing without a word.
+      if (result.complete() && entryShape(strCurrentLine))
+        result = LoadResult::fail(LoadStatus::Partial, {file, lineNumber, "the entry number is beyond 32767"});
+      continue;
+    }
     if (endsWithQuote(start->rest))
       entries.push_back({start->id, std::string(beforeClosingQuote(start->rest)), lineNumber});
     else
