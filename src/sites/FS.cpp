@@ -390,12 +390,10 @@ bool copyDissipations(const fs::path& from, const fs::path& to, bool overwrite, 
 
 // --- Line files -----------------------------------------------------------------------------
 
-std::vector<std::string> splitLines(std::string_view text) {
-  const auto views = koru::splitLines(text);
+std::vector<std::string> textFileLines(std::string_view bytes) {
+  const auto views = koru::splitLines(cp1252ToUtf8(bytes));
   return std::vector<std::string>(views.begin(), views.end());
 }
-
-std::vector<std::string> textFileLines(std::string_view bytes) { return splitLines(cp1252ToUtf8(bytes)); }
 
 std::string textFileBytes(const std::vector<std::string>& lines) {
   std::string bytes;

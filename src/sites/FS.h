@@ -100,7 +100,6 @@ bool copyDissipations(const std::filesystem::path& from, const std::filesystem::
 // The site and vertical files are Windows-1252 text with CR LF line ends. Reading accepts CR LF,
 // LF or a lone CR; a final line end adds no empty line.
 
-std::vector<std::string> splitLines(std::string_view text);
 // The lines of a line file's bytes, in UTF-8.
 std::vector<std::string> textFileLines(std::string_view bytes);
 // The bytes of a line file: each line in Windows-1252 followed by CR LF. A line break inside a

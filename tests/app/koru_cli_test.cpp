@@ -299,13 +299,6 @@ TEST_F(KoruSiteCli, UnknownSiteOrVerticalIsNamed) {
   EXPECT_EQ(noVertical.err, "koru: SITE_1 has no vertical VERT_4\n");
 }
 
-TEST(KoruDemo, TheDemoSiteEvaluatesWithoutProblems) {
-  auto run = demo({"vertical", "eval", "SITE_1", "VERT_2", "--table"});
-  ASSERT_EQ(run.exitCode, 0) << run.err;
-  EXPECT_TRUE(run.err.empty()) << run.err;
-  EXPECT_NE(run.out.find("SAND"), std::string::npos);
-}
-
 TEST(KoruDemo, TheVsTestListsItsDepthsWithTheirMarks) {
   auto run = demo({"vertical", "seismic", "SITE_1", "VERT_1", "--wave", "S"});
   ASSERT_EQ(run.exitCode, 0) << run.err;

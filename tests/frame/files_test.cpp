@@ -20,21 +20,6 @@ namespace {
 
 using testing::ScratchFolder;
 
-TEST(Files, FolderExistsIgnoresATrailingSeparatorAndRejectsFiles) {
-  ScratchFolder dir;
-  EXPECT_TRUE(folderExists(dir.path()));
-  EXPECT_TRUE(folderExists(dir.path().string() + "/"));
-  EXPECT_FALSE(folderExists(dir.write("f.txt", "x")));
-}
-
-TEST(Files, AtomicWriteReplacesTheWholeFile) {
-  ScratchFolder dir;
-  auto file = dir.write("a.dat", "old content that is long");
-  ASSERT_TRUE(writeFileAtomically(file, "new"));
-  EXPECT_EQ(ScratchFolder::read(file), "new");
-  EXPECT_FALSE(std::filesystem::exists(file.string() + ".tmp~"));
-}
-
 // Names of temporaries are made predictable, so that something can be planted at each of them.
 int plantedCounter = 0;
 std::string countedName() { return "n" + std::to_string(plantedCounter++); }

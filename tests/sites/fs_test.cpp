@@ -45,11 +45,6 @@ TEST(FSListVerticalFolders, SkipsLinesThatNameNoVerticalAndKeepsOnesWhoseFolderI
   EXPECT_EQ(problems[1].line, 4);
 }
 
-TEST(FSLineFiles, SplitsOnEveryKindOfLineEnd) {
-  EXPECT_THAT(FS::splitLines("a\r\nb\nc\rd"), ElementsAre("a", "b", "c", "d"));
-  EXPECT_THAT(FS::splitLines("a\r\n\r\nb\r\n"), ElementsAre("a", "", "b"));
-}
-
 TEST(FSCopy, KeepsExistingFilesUnlessAskedToReplaceThem) {
   ScratchFolder root;
   root.write("a/x.dat", "new");
